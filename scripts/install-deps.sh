@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that Tallyview needs to build, test and run, when they are
+# missing. Works as root or as a user with sudo. The one list of the project's packages.
+set -euo pipefail
+
+PACKAGES=(
+  build-essential cmake ninja-build pkg-config
+  libgtest-dev libgmock-dev libbenchmark-dev
+  clang-format clang-tidy
+  qt6-base-dev qt6-base-dev-tools qt6-image-formats-plugins libgl-dev
+  fonts-liberation
+  xvfb xauth imagemagick poppler-utils
+)
+
+missing=()
+for p in "${PACKAGES[@]}"; do
+  if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed'; then
+    missing+=("$p")
+  fi
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+echo "Installing: ${missing[*]}"
+SUDO=""
+if [ "$(id -u)" -ne 0 ]; then
+  SUDO="sudo"
+fi
+export DEBIAN_FRONTEND=noninteractive
+$SUDO apt-get update -qq
+$SUDO apt-get install -y -qq --no-install-recommends "${missing[@]}"

@@ -1,0 +1,9 @@
+#include "app/CommandLine.h"
+
+namespace tv {
+
+int RunCommandLine(int, char**) {
+    return 64;
+}
+
+} // namespace tv
