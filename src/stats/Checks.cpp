@@ -1,0 +1,183 @@
+#include "stats/Checks.h"
+
+#include "core/Checked.h"
+#include "core/Numeric.h"
+#include "core/Text.h"
+#include "transcription/FileNames.h"
+#include "transcription/TextConversion.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace tv {
+
+namespace {
+
+const char* CategoryTitle(int16_t category) {
+    switch (category) {
+    case CheckQueries:
+        return "Queries";
+    case CheckNamesOutOfSequence:
+        return "Names out of sequence ...";
+    case CheckSuspectAge:
+        return "Suspect age at death ...";
+    case CheckFlagged:
+        return "Flagged records";
+    case CheckMissingSurnames:
+        return "Missing surnames ...";
+    case CheckFileNames:
+        return "File names ...";
+    default:
+        return "";
+    }
+}
+
+// Kept deliberately: the index prints only three digits, so line 1000 shows as "000".
+std::string ResultLine(const RecordTable& table, int index) {
+    return AlignRight(index, 3) + " " + table.LineText[index];
+}
+
+// The first line from CheckIndex on that matches; the iterator stays on it.
+template <typename Match>
+bool FindLine(CheckIterator& it, const RecordTable& table, std::string& line, Match matches) {
+    for (int i = it.CheckIndex; i <= table.LineCount; ++i) {
+        if (matches(i)) {
+            it.CheckIndex = To16(i);
+            line = ResultLine(table, i);
+            return true;
+        }
+    }
+    return false;
+}
+
+std::string ForenameKey(const std::string& field) {
+    return Trim(LCase(ConvTo7BitASCII(field)));
+}
+
+// O'Brien, OBrien and O Brien must compare equal, and Smith-Jones sorts as smithjones.
+std::string SurnameKey(const std::string& field) {
+    std::string key = ForenameKey(field);
+    for (char gone : {' ', '\'', '-'})
+        key.erase(std::remove(key.begin(), key.end(), gone), key.end());
+    return key;
+}
+
+bool InSequence(const RecordTable& table, int i) {
+    std::string previousSurname = SurnameKey(table.Surname[i - 1]);
+    std::string surname = SurnameKey(table.Surname[i]);
+    if (surname < previousSurname) return false;
+    std::string forenames = ForenameKey(table.Forenames[i]);
+    // An unnamed child entered as "male" or "female" may stand anywhere under its surname.
+    return surname != previousSurname || forenames >= ForenameKey(table.Forenames[i - 1]) ||
+           forenames == "male" || forenames == "female";
+}
+
+// A pair is handed out over two calls: its first line now, its second on the next call.
+bool NextNameOutOfSequence(CheckIterator& it, bool fresh, const RecordTable& table,
+                           std::string& line) {
+    if (it.CheckPairPending) {
+        it.CheckIndex = To16(it.CheckIndex - 1);
+        it.CheckPairPending = false;
+        line = ResultLine(table, it.CheckIndex);
+        return true;
+    }
+    if (fresh) it.CheckIndex = 2;
+    for (int i = it.CheckIndex; i <= table.LineCount; ++i) {
+        // A header line between two records breaks the chain.
+        if (table.IsRecord(i - 1) && table.IsRecord(i) && !InSequence(table, i)) {
+            it.CheckIndex = To16(i);
+            it.CheckPairPending = true;
+            line = ResultLine(table, i - 1);
+            return true;
+        }
+    }
+    return false;
+}
+
+bool SuspectAge(const RecordTable& table, int i) {
+    if (!table.IsRecord(i) || table.ExtraField[i].empty()) return false;
+    std::optional<double> age = NumericValue(table.ExtraField[i]);
+    return age && *age > 105;
+}
+
+bool PageOutsideHeader(const RecordTable& table, int16_t page) {
+    return page >= 1 && table.HeaderPageCount >= 1 &&
+           (page < table.HeaderPages[1] || page > table.HeaderPages[table.HeaderPageCount]);
+}
+
+// The mismatch list of one file name, each entry followed by ", ".
+std::string FileNameMismatches(const CheckInputs& in, int step) {
+    const RecordTable& table = in.Table;
+    ParsedFileName name = ParseFileName(step == 1 ? in.GraphicsFile : in.TranscriptionFile);
+    std::string mismatches;
+    if (name.Year > 0 && table.HeaderYear >= 1 && name.Year != table.HeaderYear)
+        mismatches += "Year, ";
+    if (name.Quarter > 0 && table.HeaderQuarter >= 1 && name.Quarter != table.HeaderQuarter)
+        mismatches += "Quarter, ";
+    if (!name.Letter.empty() && table.HeaderEvent != "?" && name.Letter != table.HeaderEvent)
+        mismatches += "BMorD, ";
+    int16_t page = name.Page;
+    // Deliberate: the images of scan type 42 are numbered one below the header's pages.
+    if (step == 1 && page >= 1 && in.ScanTypeCode == 42) page = To16(page + 1);
+    if (PageOutsideHeader(table, page)) mismatches += "Page, ";
+    return mismatches;
+}
+
+// Steps instead of lines: 1 is the graphics file, 2 the transcription file.
+bool NextFileNameLine(CheckIterator& it, const CheckInputs& in, std::string& line) {
+    for (int step = it.CheckIndex; step <= 2; ++step) {
+        std::string mismatches = FileNameMismatches(in, step);
+        if (!mismatches.empty()) {
+            it.CheckIndex = To16(step);
+            line = mismatches.substr(0, mismatches.size() - 2) + " in " +
+                   (step == 1 ? "graphics" : "transcription") +
+                   " file name inconsistent with details in file header";
+            return true;
+        }
+    }
+    return false;
+}
+
+bool FindNext(CheckIterator& it, int16_t category, bool fresh, const CheckInputs& in,
+              std::string& line) {
+    const RecordTable& t = in.Table;
+    switch (category) {
+    case CheckQueries:
+        return FindLine(it, t, line, [&](int i) { return t.IsRecord(i) && t.LineQuery[i]; });
+    case CheckNamesOutOfSequence:
+        return NextNameOutOfSequence(it, fresh, t, line);
+    case CheckSuspectAge:
+        return t.HasExtraField && FindLine(it, t, line, [&](int i) { return SuspectAge(t, i); });
+    case CheckFlagged:
+        return FindLine(it, t, line, [&](int i) { return t.LineFlagged[i]; });
+    case CheckMissingSurnames:
+        return FindLine(it, t, line, [&](int i) { return t.Surname[i] == "(blank)"; });
+    case CheckFileNames:
+        return NextFileNameLine(it, in, line);
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+bool GetNextCheckLine(CheckIterator& it, int16_t& category, std::string& title, std::string& line,
+                      const CheckInputs& in) {
+    bool fresh = category != it.CheckCategory || it.CheckIndex <= 0;
+    if (fresh) {
+        it.CheckCategory = category;
+        it.CheckIndex = 1;
+        it.CheckPairPending = false;
+        title = CategoryTitle(category);
+    } else {
+        it.CheckIndex = To16(it.CheckIndex + 1);
+        title = "";
+    }
+    line = "";
+    if (FindNext(it, category, fresh, in, line)) return true;
+    line = "";
+    it.CheckCategory = -1;
+    return false;
+}
+
+} // namespace tv
