@@ -1,0 +1,122 @@
+#include "app/CheckCommand.h"
+
+#include "core/Clock.h"
+#include "core/Text.h"
+#include "stats/Statistics.h"
+#include "transcription/ReadTranscription.h"
+#include "transcription/ScanMatch.h"
+
+#include <algorithm>
+
+namespace tv {
+
+namespace {
+
+// Messages and questions go to standard error; questions take the answer of --answer.
+class TerminalPrompts : public Prompts {
+  public:
+    TerminalPrompts(std::ostream& err, bool answerYes) : err_(err), answerYes_(answerYes) {}
+
+    Answer Ask(const Prompt& prompt) override {
+        err_ << Cp1252ToUtf8(UnixLineEnds(prompt.Text)) << '\n';
+        switch (prompt.Choice) {
+        case Buttons::Ok:
+            return Answer::Ok;
+        case Buttons::OkCancel:
+            return answerYes_ ? Answer::Ok : Answer::Cancel;
+        case Buttons::YesNo:
+        case Buttons::YesNoCancel:
+            break;
+        }
+        return answerYes_ ? Answer::Yes : Answer::No;
+    }
+
+  private:
+    std::ostream& err_;
+    bool answerYes_;
+};
+
+int CheckOneFile(const CheckOptions& options, const std::string& file, std::ostream& out,
+                 std::ostream& err) {
+    TerminalPrompts prompts(err, options.AnswerYes);
+    RecordTable table;
+    ScanType scan;
+    ColumnTopLines columnTops;
+    ScanHistory history;
+    SetScanCurrent(options.Scan, history);
+
+    std::string fileName = file;
+    ReaderContext context{table, scan, columnTops, options.Scan, prompts};
+    try {
+        ReadTranscription(fileName, context);
+        if (fileName == QuitToken) return CheckRefused;
+        if (!options.Scan.empty()) ChooseScanType(table, scan, columnTops, options.Scan, history);
+    } catch (const FileError& e) {
+        err << "tallyview: cannot read " << e.Path << ": " << e.Reason << '\n';
+        return CheckUnreadable;
+    } catch (const RunTimeError& e) {
+        // The desktop would report this and end; the check gives up on this file only.
+        err << "tallyview: " << file << ": run-time error " << e.Number << ": " << e.what()
+            << '\n';
+        return CheckRefused;
+    }
+
+    CheckInputs inputs{table, scan.ScanTypeCode, Utf8ToCp1252(options.Scan),
+                       Utf8ToCp1252(file)};
+    CheckIterator iterator;
+    std::string description = ScanDescription(table);
+    for (const ReportLine& line :
+         ReportLines(options.AllRecords, description, iterator, inputs, SystemClock().Now()))
+        out << Cp1252ToUtf8(line.Text) << '\n';
+    return ReportHasFindings(iterator, inputs) ? CheckFindings : CheckClean;
+}
+
+} // namespace
+
+bool ParseCheckArguments(const std::vector<std::string>& args, CheckOptions& options,
+                         std::string& error) {
+    bool filesOnly = false;
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        const std::string& a = args[i];
+        if (filesOnly || a.empty() || a[0] != '-' || a == "-") {
+            options.Files.push_back(a);
+        } else if (a == "--") {
+            filesOnly = true;
+        } else if (a == "--all-records") {
+            options.AllRecords = true;
+        } else if (a == "--scan" || a == "--answer") {
+            if (i + 1 >= args.size()) {
+                error = a + " needs a value";
+                return false;
+            }
+            const std::string& value = args[++i];
+            if (a == "--scan") {
+                options.Scan = value;
+            } else if (value == "yes" || value == "no") {
+                options.AnswerYes = value == "yes";
+            } else {
+                error = "--answer takes yes or no, not " + value;
+                return false;
+            }
+        } else {
+            error = "unknown option " + a;
+            return false;
+        }
+    }
+    if (options.Files.empty()) {
+        error = "no transcription file given";
+        return false;
+    }
+    return true;
+}
+
+int RunCheck(const CheckOptions& options, std::ostream& out, std::ostream& err) {
+    int status = CheckClean;
+    for (const std::string& file : options.Files) {
+        status = std::max(status, CheckOneFile(options, file, out, err));
+        out.flush();
+    }
+    return status;
+}
+
+} // namespace tv

@@ -1,0 +1,133 @@
+#pragma once
+// The state of one verification session, split by subsystem, and the operations that change
+// it. The main window holds one Session and only draws its state and feeds it events; every
+// rule lives here so that it is tested without a display.
+#include "core/Clock.h"
+#include "core/Prompts.h"
+#include "layout/BoxGeometry.h"
+#include "layout/Calibration.h"
+#include "layout/ScanLayoutOptions.h"
+#include "layout/ScanType.h"
+#include "session/ScanHistory.h"
+#include "stats/Checks.h"
+#include "transcription/RecordTable.h"
+#include "view/RecordBox.h"
+#include "view/ScanViewPort.h"
+#include "view/TextMeasure.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace tv {
+
+// The platform services a session uses; the desktop passes its own, tests pass fakes.
+struct Platform {
+    Prompts& Ask;
+    TextMeasure& Measure;
+    ScanViewPort& View;
+    ScanLayoutChooser& LayoutChooser;
+    const Clock& Time;
+};
+
+// Menu check marks and image options that the settings keep.
+struct Preferences {
+    bool ShowRptSurnames = false; // MenuShowRptSurnames ticked
+    bool Magnifier = false;
+    bool AntiAlias = true;
+    bool Smoothing = true;
+    bool Negative = false;
+    bool Mirror = false;
+};
+
+// Which buttons and menu entries of the main window are enabled or shown.
+struct CommandState {
+    bool MenuCalibrate = true;
+    bool MenuShowRptSurnames = true;
+    bool ShowStats = false; // the Statistics button and MenuShowStats
+    BoundedArray<bool, 1, 6> TopCol;
+    BoundedArray<bool, 0, 3> AdjCol;
+    bool AdjColsVisible = false;
+};
+
+// What a key or command asks of the desktop besides the state it changed.
+struct CommandOutcome {
+    bool OpenHelp = false;
+    bool ShowStatistics = false;
+    bool StatisticsChanged = false; // UpdateStats ran: rebuild the statistics screen's list
+    bool ExitProgram = false;       // the reload gave up: end the program as Exit does
+};
+
+using FileTime = std::filesystem::file_time_type;
+
+class Session {
+  public:
+    explicit Session(Platform platform) : P(platform) {}
+
+    Platform P;
+    RecordTable Table;
+    ScanType Scan;
+    Calibration Calib;
+    BoxPlacement Box;
+    RecordBoxContent Content;
+    CheckIterator Checks;
+    ScanHistory History;
+    Preferences Prefs;
+    CommandState Commands;
+    std::string GraphicsFile;      // native path, "" when no scan
+    std::string TranscriptionFile; // native path
+    std::optional<FileTime> TranscriptionFileTime;
+    std::string Caption = "Tallyview";
+    std::string StatsSummaryText;
+    int16_t StatsOption = 0;
+    bool DiagVisible = false;
+    bool FlagWarningShown = false; // the one-time flag warning of this scan
+
+    // --- layout/CalibrateTextbox.cpp
+    // Performs the next calibration stage: 0 -> 1 -> 2 -> ... -> NumColumns+1 -> 0.
+    void CalibrateTextbox();
+
+    // --- layout/FramePosition.cpp
+    void CalcFramePosn();
+    void GetFramePosn();
+    void EnsureFrameVisible();
+    // The user dropped the box with its top left corner at this place on the form (twips).
+    void DropBox(int32_t formLeft, int32_t formTop);
+    // The user dragged the size handle: the new box width in twips.
+    void SetBoxWidth(int32_t width);
+    void TopCol_Click(int16_t index);
+
+    // --- layout/ZoomRotate.cpp
+    // +1 one step in, -1 one step out, 10 or more a percentage of BaseZoom.
+    void Zoom(float argument);
+    void Rotate(float degrees);
+    void WidenBox(int16_t step);
+    void NarrowBox(int16_t step);
+
+    // --- view/ShowRecord.cpp
+    // Moves by direction (-1, 0, +1), fills the box; returns the printed-line step.
+    int16_t ShowRecord(int direction);
+    void ResizeFrame();
+    void SetBoxColour(int16_t index);
+    void ChangeFontSize(int delta);
+    void AdjCol_Click(int16_t index);
+
+    // --- view/KeyTable.cpp
+    // The one key-down handler: every key is consumed.
+    CommandOutcome Form_KeyDown(int keyCode, bool shift, bool alt);
+    int16_t MovementStep(bool shift) const;
+
+    // --- view/FlagsReload.cpp
+    CommandOutcome ToggleFlag();
+    CommandOutcome ReloadTranscription();
+    // The change watch: the file's present modification time, or nothing when it cannot be read.
+    void ChangeWatch(std::optional<FileTime> present);
+
+    // --- stats/SessionStats.cpp
+    void UpdateStats();
+};
+
+// The modification time of a file, or nothing when it cannot be read.
+std::optional<FileTime> ModificationTime(const std::string& path);
+
+} // namespace tv
