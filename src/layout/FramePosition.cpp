@@ -1,0 +1,200 @@
+// From a line of the record table to a box position, from the box on the form back to image
+// space, and the one operation that keeps the box inside the image and the view.
+#include "layout/FrameArithmetic.h"
+#include "session/Session.h"
+
+#include <algorithm>
+
+namespace tv {
+
+namespace {
+
+// Printed index lines per entry, down and across.
+struct LineSpacing {
+    double Top = 0.0;
+    double Left = 0.0;
+};
+
+// The first table line holding record recNo, 0 when there is none.
+int16_t LineOfRecord(const RecordTable& table, int recNo) {
+    for (int16_t line = 1; line <= table.LineCount; ++line)
+        if (table.LineRecNo[line] == recNo) return line;
+    return 0;
+}
+
+// The record at which the scan's first column begins: a lower part of a page starts part-way
+// down the column (integer divisions, as the record numbers are whole).
+int RecordAtTopOfScan(const ScanType& scan, int16_t recordCount) {
+    const int perColumn = recordCount / scan.NumColumns;
+    switch (scan.ScanTypeCode) {
+    case 22:
+        return perColumn / 2;
+    case 32:
+        return perColumn / 3;
+    case 33:
+        return To16(2 * recordCount) / scan.NumColumns / 3;
+    default:
+        return 1;
+    }
+}
+
+int32_t FirstEntryTop(const ScanType& scan, const ViewMetrics& view) {
+    return CLng(static_cast<double>(scan.FirstLineFraction) * view.DisplayedHeight());
+}
+
+// The last of columns 1..known whose calibrated top line is at or before the line; 0 if none.
+int LastColumnAtOrBefore(const ColumnTopLines& tops, int known, int line) {
+    for (int c = known; c >= 1; --c)
+        if (tops[c] >= 1 && tops[c] <= line) return c;
+    return 0;
+}
+
+// Printed lines after the column's top line up to and including the line.
+int16_t LinesBetween(const RecordTable& table, int topLine, int line) {
+    int16_t lines = 0;
+    const int last = std::min<int>(line, table.LineCount);
+    for (int i = topLine + 1; i <= last; ++i)
+        lines = To16(lines + table.LineJump[i]);
+    return lines;
+}
+
+// The remembered spacing of this scan (or of one of the same year and event), rescaled from
+// the zoom at which it was measured; an entry without a usable zoom carries no spacing.
+bool RememberedSpacing(const ScanHistory& history, float currentZoom, LineSpacing& spacing) {
+    const int16_t h =
+        history.ScanHistoryMatch != 0 ? history.ScanHistoryMatch : history.ScanHistoryNear;
+    if (h < 1) return false;
+    const ScanHistoryEntry& entry = history.Entries[h];
+    if (entry.LineIncrTop == -1.0F || entry.Scale <= 0.0F) return false;
+    const double ratio = static_cast<double>(currentZoom) / entry.Scale;
+    spacing = {entry.LineIncrTop * ratio, entry.LineIncrLeft * ratio};
+    return true;
+}
+
+// Nothing measured or remembered: the entries of a column fill the image between the first
+// entry line and as far from the bottom edge, so one printed line is that height divided by
+// the records expected in a column. The user corrects the box before confirming it.
+LineSpacing EstimatedSpacing(const Session& s, const ViewMetrics& view) {
+    const double usable = view.DisplayedHeight() * (1.0 - 2.0 * s.Scan.FirstLineFraction);
+    const double perColumn =
+        std::max(1.0, static_cast<double>(s.Table.RecordCount) / s.Scan.NumColumns);
+    return {usable / perColumn, 0.0};
+}
+
+LineSpacing SpacingForPlacing(const Session& s, const ViewMetrics& view) {
+    if (s.Calib.LineIncrTop != -1.0F) return {s.Calib.LineIncrTop, s.Calib.LineIncrLeft};
+    LineSpacing spacing;
+    if (RememberedSpacing(s.History, s.Box.CurrentZoom, spacing)) return spacing;
+    return EstimatedSpacing(s, view);
+}
+
+// Columns across the whole scan: a single page of a double-page scan shows both pages.
+int ColumnsAcross(const ScanType& scan) {
+    return scan.ScanTypeCode == 41 || scan.ScanTypeCode == 42 ? 2 * scan.NumColumns
+                                                              : scan.NumColumns;
+}
+
+// The start of calibration: the first entry of the scan, at the first entry line of the page.
+void PlaceAtFirstEntry(Session& s, const ViewMetrics& view) {
+    const int16_t line =
+        LineOfRecord(s.Table, std::max(1, RecordAtTopOfScan(s.Scan, s.Table.RecordCount)));
+    if (line != 0) s.Table.CurrentLine = line;
+    s.Box.LinesFromTop = 0;
+    s.Box.BoxTop = FirstEntryTop(s.Scan, view);
+}
+
+// The record expected first in a column: a column's worth of records after the top of the one
+// before it. The user picks the right one with + and - before confirming.
+int16_t ExpectedColumnTopLine(const Session& s, int before) {
+    const RecordTable& table = s.Table;
+    const int16_t top = s.Calib.ColumnTopLine[before];
+    if (top < 1 || top > table.LineCount || !table.IsRecord(top)) return table.CurrentLine;
+    const int recNo = std::min<int>(table.RecordCount,
+                                    table.LineRecNo[top] + table.RecordCount / s.Scan.NumColumns);
+    const int16_t line = LineOfRecord(table, recNo);
+    return line != 0 ? line : table.CurrentLine;
+}
+
+// A column whose top is still to be shown: its expected first record, level with the column
+// before, one column pitch to its right (the pitch of the two columns before, or the image
+// width shared out).
+void PlaceAtEstimatedColumnTop(Session& s, int column, const ViewMetrics& view) {
+    const int before = column - 1;
+    s.Table.CurrentLine = ExpectedColumnTopLine(s, before);
+    const double pitch = before >= 2 ? static_cast<double>(s.Calib.ColumnTopX[before]) -
+                                           s.Calib.ColumnTopX[before - 1]
+                                     : view.DisplayedWidth() / ColumnsAcross(s.Scan);
+    s.Box.LinesFromTop = 0;
+    s.Box.BoxTop = s.Calib.ColumnTopY[before];
+    s.Box.BoxLeft = CLng(s.Calib.ColumnTopX[before] + pitch);
+}
+
+} // namespace
+
+void Session::CalcFramePosn() {
+    const ViewMetrics view = P.View.Metrics();
+    const int16_t stage = Calib.CalibrationStage;
+    if (stage == 1) {
+        PlaceAtFirstEntry(*this, view);
+        return;
+    }
+    if (stage >= 3) {
+        PlaceAtEstimatedColumnTop(*this, stage - 1, view);
+        return;
+    }
+
+    // While the tenth entry is sought only column 1 belongs to this calibration.
+    const int known = stage == 2 ? 1 : Scan.NumColumns;
+    const int c = LastColumnAtOrBefore(Calib.ColumnTopLine, known, Table.CurrentLine);
+    if (c == 0) {
+        Box.LinesFromTop = 0;
+        Box.BoxTop = FirstEntryTop(Scan, view);
+        return;
+    }
+    Box.LinesFromTop = LinesBetween(Table, Calib.ColumnTopLine[c], Table.CurrentLine);
+    const LineSpacing spacing = SpacingForPlacing(*this, view);
+    Box.BoxTop = CLng(Calib.ColumnTopY[c] + Box.LinesFromTop * spacing.Top);
+    Box.BoxLeft = CLng(Calib.ColumnTopX[c] + Box.LinesFromTop * spacing.Left);
+}
+
+void Session::GetFramePosn() {
+    const TwipsPoint inImage = BoxInImage(Box.FormLeft, Box.FormTop, P.View.Metrics());
+    Box.BoxLeft = inImage.Left;
+    Box.BoxTop = inImage.Top;
+}
+
+void Session::EnsureFrameVisible() {
+    const FramePlacement placed = PlaceFrame(Box, P.View.Metrics());
+    Box.BoxTop = placed.BoxTop;
+    Box.BoxLeft = placed.BoxLeft;
+    if (placed.Scrolled) P.View.SetScroll(placed.ScrollX, placed.ScrollY);
+    Box.ViewScrolled = placed.Scrolled;
+    // Read the offsets back: the view may have refused part of the scroll.
+    const TwipsPoint onForm = BoxOnForm(Box.BoxLeft, Box.BoxTop, P.View.Metrics());
+    Box.FormLeft = onForm.Left;
+    Box.FormTop = onForm.Top;
+    Box.BoxHidePending = false;
+}
+
+void Session::DropBox(int32_t formLeft, int32_t formTop) {
+    Box.FormLeft = formLeft;
+    Box.FormTop = formTop;
+    GetFramePosn();
+    EnsureFrameVisible();
+}
+
+void Session::SetBoxWidth(int32_t width) {
+    Box.BoxWidth = width;
+    ResizeFrame();
+    EnsureFrameVisible();
+}
+
+void Session::TopCol_Click(int16_t index) {
+    Table.CurrentLine = Calib.ColumnTopLine[index];
+    Box.BoxTop = Calib.ColumnTopY[index];
+    Box.BoxLeft = Calib.ColumnTopX[index];
+    ShowRecord(0);
+    EnsureFrameVisible();
+}
+
+} // namespace tv
