@@ -22,10 +22,10 @@ class SilentPrompts : public tv::Prompts {
 
 // A births transcription of the given number of lines, every tenth one out of order.
 std::string WriteTranscription(int lines) {
-    std::string path = (std::filesystem::temp_directory_path() /
-                        ("tallyview-bench-" + std::to_string(getpid()) + "-" +
-                         std::to_string(lines) + ".QRL"))
-                           .string();
+    std::string path =
+        (std::filesystem::temp_directory_path() /
+         ("tallyview-bench-" + std::to_string(getpid()) + "-" + std::to_string(lines) + ".QRL"))
+            .string();
     std::ofstream out(path, std::ios::binary);
     out << "+INFO,someone@example.org,password,SEQUENCED,BIRTHS,cp1252\r\n"
         << "+S,1911,Sep,BX1911C3,12/03/2024\r\n+PAGE,0123\r\n";

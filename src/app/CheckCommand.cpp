@@ -56,13 +56,11 @@ int CheckOneFile(const CheckOptions& options, const std::string& file, std::ostr
         return CheckUnreadable;
     } catch (const RunTimeError& e) {
         // The desktop would report this and end; the check gives up on this file only.
-        err << "tallyview: " << file << ": run-time error " << e.Number << ": " << e.what()
-            << '\n';
+        err << "tallyview: " << file << ": run-time error " << e.Number << ": " << e.what() << '\n';
         return CheckRefused;
     }
 
-    CheckInputs inputs{table, scan.ScanTypeCode, Utf8ToCp1252(options.Scan),
-                       Utf8ToCp1252(file)};
+    CheckInputs inputs{table, scan.ScanTypeCode, Utf8ToCp1252(options.Scan), Utf8ToCp1252(file)};
     CheckIterator iterator;
     std::string description = ScanDescription(table);
     for (const ReportLine& line :

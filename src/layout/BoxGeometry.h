@@ -14,17 +14,17 @@ struct TwipsRect {
 
 // What the scan view reports: the platform side of every geometry operation.
 struct ViewMetrics {
-    double Zoom = 1.0;         // zoom factor (1.0 = 100 %)
-    double ImageWidth = 0.0;   // loaded image size in twips at zoom 1 (pixels x twips per pixel)
+    double Zoom = 1.0;       // zoom factor (1.0 = 100 %)
+    double ImageWidth = 0.0; // loaded image size in twips at zoom 1 (pixels x twips per pixel)
     double ImageHeight = 0.0;
-    int32_t ScrollX = 0;       // scroll offsets, screen pixels
+    int32_t ScrollX = 0; // scroll offsets, screen pixels
     int32_t ScrollY = 0;
-    int32_t MaxScrollX = 0;    // the most the view can scroll, screen pixels
+    int32_t MaxScrollX = 0; // the most the view can scroll, screen pixels
     int32_t MaxScrollY = 0;
     double TwipsPerPixelX = 15.0;
     double TwipsPerPixelY = 15.0;
-    TwipsRect Control;         // the scan view on the form
-    int32_t ImagePixelWidth = 0;  // the loaded image in pixels (diagnostics)
+    TwipsRect Control;           // the scan view on the form
+    int32_t ImagePixelWidth = 0; // the loaded image in pixels (diagnostics)
     int32_t ImagePixelHeight = 0;
 
     double DisplayedWidth() const { return Zoom * ImageWidth; }

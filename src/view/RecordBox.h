@@ -19,10 +19,9 @@ struct Rgb {
 };
 
 // The box colours 0..6; entry 0 is black, which only the colour menu can choose.
-inline constexpr std::array<Rgb, 7> BoxColours = {Rgb{0, 0, 0},       Rgb{255, 192, 128},
-                                                  Rgb{192, 192, 192}, Rgb{192, 192, 255},
-                                                  Rgb{135, 181, 207}, Rgb{103, 192, 116},
-                                                  Rgb{192, 158, 103}};
+inline constexpr std::array<Rgb, 7> BoxColours = {
+    Rgb{0, 0, 0},       Rgb{255, 192, 128}, Rgb{192, 192, 192}, Rgb{192, 192, 255},
+    Rgb{135, 181, 207}, Rgb{103, 192, 116}, Rgb{192, 158, 103}};
 
 inline constexpr int MinFontSize = 8;
 inline constexpr int MaxFontSize = 40;

@@ -14,7 +14,9 @@ FakeViewPort::FakeViewPort(int32_t imagePixelWidth, int32_t imagePixelHeight, Tw
     UpdateLimits();
 }
 
-ViewMetrics FakeViewPort::Metrics() const { return State; }
+ViewMetrics FakeViewPort::Metrics() const {
+    return State;
+}
 
 void FakeViewPort::UpdateLimits() {
     auto limit = [](double displayed, int32_t control, double tpp) {
