@@ -1,0 +1,94 @@
+// tallyview_samplegen [--preview] KIND OUTDIR: draws sample scans of index pages with known
+// line positions, and the transcriptions that go with them.
+#include "PageRenderer.h"
+#include "Preview.h"
+#include "ScanFinish.h"
+#include "SelfCheck.h"
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QImageWriter>
+
+#include <cstdio>
+#include <exception>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace samplegen {
+
+namespace {
+
+constexpr int JpegQuality = 88;
+
+void SaveJpeg(const QImage& scan, const std::string& path) {
+    QImageWriter writer(QString::fromStdString(path), "jpg");
+    writer.setQuality(JpegQuality);
+    if (!writer.write(scan))
+        throw std::runtime_error("cannot write " + path + ": " +
+                                 writer.errorString().toStdString());
+}
+
+void Generate(const KindSpec& kind, const std::string& outDir, bool preview) {
+    const PageLayout layout = LayOutPage(kind, IndexEntries(kind));
+    const PageGeometry geometry(kind);
+    const std::string base = outDir + "/" + kind.BaseName();
+    const Transcription transcription = BuildTranscription(kind, layout);
+    WriteTranscription(transcription, base + ".QRL");
+    CheckWithModel(kind, layout, geometry, transcription, base + ".QRL");
+    QImage scan = DrawPage(kind, layout, geometry);
+    AgeScan(scan, kind.Seed);
+    SaveJpeg(scan, base + ".jpg");
+    WritePositions(kind, layout, geometry, transcription, base + ".lines");
+    if (preview) {
+        std::vector<QPointF> points;
+        for (const Placement& place : layout.Places)
+            points.push_back(geometry.ScanPoint(place));
+        WritePreviews(scan, points, base);
+    }
+    std::printf("%-17s %s.jpg  %zu records  %d column%s\n", kind.Name.c_str(),
+                kind.BaseName().c_str(), layout.Records.size(), kind.Columns(),
+                kind.Columns() == 1 ? "" : "s");
+}
+
+std::vector<const KindSpec*> Chosen(const std::string& name) {
+    std::vector<const KindSpec*> chosen;
+    for (const KindSpec& kind : AllKinds())
+        if (name == "all" || name == kind.Name) chosen.push_back(&kind);
+    return chosen;
+}
+
+int Usage() {
+    std::string kinds;
+    for (const KindSpec& kind : AllKinds())
+        kinds += " " + kind.Name;
+    std::fprintf(stderr, "usage: tallyview_samplegen [--preview] KIND OUTDIR\nKIND:%s all\n",
+                 kinds.c_str());
+    return 2;
+}
+
+} // namespace
+
+} // namespace samplegen
+
+int main(int argc, char** argv) {
+    using namespace samplegen;
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication app(argc, argv);
+    std::vector<std::string> args(argv + 1, argv + argc);
+    const bool preview = !args.empty() && args.front() == "--preview";
+    if (preview) args.erase(args.begin());
+    if (args.size() != 2) return Usage();
+    const std::vector<const KindSpec*> kinds = Chosen(args[0]);
+    if (kinds.empty()) return Usage();
+    try {
+        if (!QDir().mkpath(QString::fromStdString(args[1])))
+            throw std::runtime_error("cannot make the folder " + args[1]);
+        for (const KindSpec* kind : kinds)
+            Generate(*kind, args[1], preview);
+    } catch (const std::exception& e) {
+        std::fprintf(stderr, "tallyview_samplegen: %s\n", e.what());
+        return 1;
+    }
+    return 0;
+}
