@@ -38,7 +38,7 @@ TEST_F(ChangeWatch,
     EXPECT_EQ(S.TranscriptionFileTime, ModificationTime(Path));
     EXPECT_EQ(S.Content.StatusNotes[1], ChangedNotice);
 
-    Press(VkHome); // a column jump clears the notes
+    Press(KeyHome); // a column jump clears the notes
     ASSERT_EQ(Notices(), 0);
     Repaint();
     Repaint();
@@ -92,14 +92,14 @@ TEST_F(ChangeWatch, AFileWhoseTimeCannotBeReadIsIgnored) {
 TEST_F(ChangeWatch, AReloadedFileIsNotNoticedAgain) {
     Save(BirthsPage1878(), 10);
     Repaint();
-    Press(VkR);
-    Press(VkHome);
+    Press(KeyR);
+    Press(KeyHome);
     Repaint();
     EXPECT_EQ(Notices(), 0);
 }
 
 TEST_F(ChangeWatch, AChangeBetweenTheReloadAndTheRepaintIsNoticed) {
-    Press(VkR);
+    Press(KeyR);
     Save(BirthsPage1878(), 30);
     Repaint();
     EXPECT_EQ(Notices(), 1);

@@ -43,7 +43,7 @@ class FlagsReload : public PageSessionTest {
 
 TEST_F(FlagsReload, MFlagsTheCurrentRecordAndShowsTheNote) {
     GoToRecord(7);
-    CommandOutcome outcome = Press(VkM);
+    CommandOutcome outcome = Press(KeyM);
     EXPECT_TRUE(outcome.StatisticsChanged);
     EXPECT_TRUE(S.Table.LineFlagged[LineOf1878Record(7)]);
     EXPECT_TRUE(HasNote(FlaggedNote));
@@ -52,9 +52,9 @@ TEST_F(FlagsReload, MFlagsTheCurrentRecordAndShowsTheNote) {
 
 TEST_F(FlagsReload, MTwiceOnTheSameRecordClearsTheFlagAndRemovesTheNote) {
     GoToRecord(7);
-    Press(VkM);
+    Press(KeyM);
     ASSERT_TRUE(HasNote(FlaggedNote));
-    EXPECT_TRUE(Press(VkM).StatisticsChanged);
+    EXPECT_TRUE(Press(KeyM).StatisticsChanged);
     EXPECT_FALSE(S.Table.LineFlagged[LineOf1878Record(7)]);
     EXPECT_FALSE(HasNote(FlaggedNote));
     EXPECT_EQ(FlagCount(), 0);
@@ -64,7 +64,7 @@ TEST_F(FlagsReload, MWhileCalibratingDoesNothing) {
     GoToRecord(7);
     S.Calib.CalibrationStage = 2;
     const std::string notes = S.Content.NotesText;
-    CommandOutcome outcome = Press(VkM);
+    CommandOutcome outcome = Press(KeyM);
     EXPECT_FALSE(outcome.StatisticsChanged);
     EXPECT_EQ(FlagCount(), 0);
     EXPECT_EQ(S.Content.NotesText, notes);
@@ -74,16 +74,16 @@ TEST_F(FlagsReload, MWhileCalibratingDoesNothing) {
 
 TEST_F(FlagsReload, TheFlaggedNoteFollowsTheFlaggedRecord) {
     GoToRecord(7);
-    Press(VkM);
-    Press(VkEnter);
+    Press(KeyM);
+    Press(KeyEnter);
     EXPECT_FALSE(HasNote(FlaggedNote));
-    Press(VkBackspace);
+    Press(KeyBackspace);
     EXPECT_TRUE(HasNote(FlaggedNote));
 }
 
 TEST_F(FlagsReload, WithNoFlaggedRecordTheReloadAsksNothing) {
     GoToRecord(12);
-    CommandOutcome outcome = Press(VkR);
+    CommandOutcome outcome = Press(KeyR);
     EXPECT_TRUE(F.Prompts.Shown.empty());
     EXPECT_TRUE(outcome.StatisticsChanged);
     EXPECT_FALSE(outcome.ExitProgram);
@@ -95,10 +95,10 @@ TEST_F(FlagsReload, WithNoFlaggedRecordTheReloadAsksNothing) {
 TEST_F(FlagsReload, FiveFlaggedRecordsGiveOneWarningNotFive) {
     for (int record : {3, 8, 20, 44, 90}) {
         GoToRecord(record);
-        Press(VkM);
+        Press(KeyM);
     }
     ASSERT_EQ(FlagCount(), 5);
-    Press(VkR);
+    Press(KeyR);
     ASSERT_EQ(F.Prompts.Shown.size(), 1U);
     EXPECT_EQ(F.Prompts.Shown[0].Text, FlagWarning);
     EXPECT_EQ(F.Prompts.Shown[0].Title, "Tallyview");
@@ -110,12 +110,12 @@ TEST_F(FlagsReload, FiveFlaggedRecordsGiveOneWarningNotFive) {
 
 TEST_F(FlagsReload, CancelAtTheFlagWarningChangesNothing) {
     GoToRecord(20);
-    Press(VkM);
+    Press(KeyM);
     std::vector<std::string> lines = BirthsPage1878();
     lines[LineOf1878Record(20) - 1] = "BARKER,John Henry,Dewsbury,9b,157";
     Save(lines);
     F.Prompts.Script = {Answer::Cancel};
-    CommandOutcome outcome = Press(VkR);
+    CommandOutcome outcome = Press(KeyR);
     EXPECT_EQ(F.Prompts.Texts(), std::vector<std::string>{FlagWarning});
     EXPECT_FALSE(outcome.StatisticsChanged);
     EXPECT_TRUE(S.Table.LineFlagged[LineOf1878Record(20)]);
@@ -125,10 +125,10 @@ TEST_F(FlagsReload, CancelAtTheFlagWarningChangesNothing) {
 
 TEST_F(FlagsReload, ReloadWhileCalibratingOnlySaysSo) {
     GoToRecord(20);
-    Press(VkM);
+    Press(KeyM);
     S.Calib.CalibrationStage = 3;
     Save(WithLinesAboveColumnTwo(1));
-    CommandOutcome outcome = Press(VkR);
+    CommandOutcome outcome = Press(KeyR);
     ASSERT_EQ(F.Prompts.Shown.size(), 1U);
     EXPECT_EQ(F.Prompts.Shown[0].Text, "Cannot reload while you are calibrating");
     EXPECT_EQ(F.Prompts.Shown[0].Choice, Buttons::Ok);
@@ -146,7 +146,7 @@ TEST_F(FlagsReload, TheReloadShowsTheCorrectedRecordAndTakesTheNewFileTime) {
     Save(lines);
     const std::optional<FileTime> saved = ModificationTime(Path);
     ASSERT_NE(saved, S.TranscriptionFileTime);
-    Press(VkR);
+    Press(KeyR);
     EXPECT_EQ(S.Table.Forenames[LineOf1878Record(21)], "Anne");
     EXPECT_EQ(S.Content.NameLine, "  ------ Anne");
     EXPECT_EQ(S.TranscriptionFileTime, saved);
@@ -156,7 +156,7 @@ TEST_F(FlagsReload, TheReloadShowsTheCorrectedRecordAndTakesTheNewFileTime) {
 TEST_F(FlagsReload, ALineInsertedAboveTheTopOfColumnTwoKeepsTheCalibration) {
     GoToRecord(40);
     Save(WithLinesAboveColumnTwo(1));
-    Press(VkR);
+    Press(KeyR);
     EXPECT_TRUE(F.Prompts.Shown.empty());
     EXPECT_EQ(S.Calib.CalibrationStage, 0);
     EXPECT_EQ(S.Calib.ColumnTopLine[1], 4);
@@ -174,7 +174,7 @@ TEST_F(FlagsReload, ALineInsertedAboveTheTopOfColumnTwoKeepsTheCalibration) {
 
 TEST_F(FlagsReload, ThreeLinesInsertedAboveColumnTwoStillFindItsTop) {
     Save(WithLinesAboveColumnTwo(3));
-    Press(VkR);
+    Press(KeyR);
     EXPECT_TRUE(F.Prompts.Shown.empty());
     EXPECT_EQ(S.Calib.ColumnTopLine[2], 38);
     EXPECT_EQ(S.Calib.ColumnTopLine[3], 68);
@@ -182,7 +182,7 @@ TEST_F(FlagsReload, ThreeLinesInsertedAboveColumnTwoStillFindItsTop) {
 
 TEST_F(FlagsReload, FourLinesInsertedAboveTheTopOfColumnTwoForceRecalibration) {
     Save(WithLinesAboveColumnTwo(4));
-    CommandOutcome outcome = Press(VkR);
+    CommandOutcome outcome = Press(KeyR);
     ASSERT_EQ(F.Prompts.Shown.size(), 1U);
     EXPECT_EQ(F.Prompts.Shown[0].Text, Recalibrate);
     EXPECT_EQ(F.Prompts.Shown[0].Choice, Buttons::Ok);
@@ -199,7 +199,7 @@ TEST_F(FlagsReload, RecordsRemovedAboveColumnTwoAreFollowedUpToThreeLines) {
     std::vector<std::string> lines = BirthsPage1878();
     lines.erase(lines.begin() + 20, lines.begin() + 23); // records 17 to 19
     Save(lines);
-    Press(VkR);
+    Press(KeyR);
     EXPECT_TRUE(F.Prompts.Shown.empty());
     EXPECT_EQ(S.Calib.ColumnTopLine[2], 32);
     EXPECT_EQ(S.Calib.ColumnTopLine[3], 62);
@@ -209,7 +209,7 @@ TEST_F(FlagsReload, AColumnTopWhoseSurnameAndForenamesBothChangedForcesRecalibra
     std::vector<std::string> lines = BirthsPage1878();
     lines[LineOf1878Record(61) - 1] = "FORREST,Eliza,Keighley,9a,280";
     Save(lines);
-    Press(VkR);
+    Press(KeyR);
     EXPECT_EQ(F.Prompts.Texts(), std::vector<std::string>{Recalibrate});
     EXPECT_EQ(S.Calib.CalibrationStage, 1);
 }
@@ -219,16 +219,16 @@ TEST_F(FlagsReload, AColumnTopWithOnlyItsForenamesCorrectedIsStillLost) {
     std::vector<std::string> lines = BirthsPage1878();
     lines[LineOf1878Record(31) - 1] = "BRADLEY,Willam,Halifax,9a,190";
     Save(lines);
-    Press(VkR);
+    Press(KeyR);
     EXPECT_EQ(F.Prompts.Texts(), std::vector<std::string>{Recalibrate});
 }
 
 TEST_F(FlagsReload, AReloadOfAVanishedFileSaysSoAndKeepsTableFlagsAndCalibration) {
     GoToRecord(20);
-    Press(VkM);
+    Press(KeyM);
     std::filesystem::remove(Path);
     const std::optional<FileTime> time = S.TranscriptionFileTime;
-    CommandOutcome outcome = Press(VkR);
+    CommandOutcome outcome = Press(KeyR);
     ASSERT_EQ(F.Prompts.Shown.size(), 2U);
     EXPECT_EQ(F.Prompts.Shown[0].Text, FlagWarning);
     EXPECT_EQ(F.Prompts.Shown[1].Text, "Cannot reload " + Path + CR + "No such file or directory" +
@@ -250,7 +250,7 @@ TEST_F(FlagsReload, AReloadOfAVanishedFileSaysSoAndKeepsTableFlagsAndCalibration
 TEST_F(FlagsReload, AFileThatCannotBeReadIsReportedAndTheTableKept) {
     std::filesystem::remove(Path);
     std::filesystem::create_directory(Path); // a folder where the file was
-    Press(VkR);
+    Press(KeyR);
     ASSERT_EQ(F.Prompts.Shown.size(), 1U);
     EXPECT_EQ(F.Prompts.Shown[0].Text.rfind("Cannot reload " + Path + CR, 0), 0U);
     EXPECT_EQ(S.Table.LineCount, 95);
@@ -261,7 +261,7 @@ TEST_F(FlagsReload, GivingUpAtASuspectFileWarningEndsTheProgram) {
     GoToRecord(20);
     Save({"+INFO,verifier@example.org,,SEQUENCED,BIRTHS", "+S,1878,Mar,,", "#nothing yet"});
     F.Prompts.Script = {Answer::Cancel};
-    CommandOutcome outcome = Press(VkR);
+    CommandOutcome outcome = Press(KeyR);
     ASSERT_EQ(F.Prompts.Shown.size(), 1U);
     EXPECT_EQ(F.Prompts.Shown[0].Text.rfind("Suspect file ", 0), 0U);
     EXPECT_TRUE(outcome.ExitProgram);
@@ -274,7 +274,7 @@ TEST_F(FlagsReload, ACurrentRecordThatBecameACommentStepsOnToTheNextRecord) {
     std::vector<std::string> lines = BirthsPage1878();
     lines[LineOf1878Record(20) - 1] = "#BARKER,John,Dewsbury,9b,157 is on the next page";
     Save(lines);
-    Press(VkR);
+    Press(KeyR);
     EXPECT_EQ(S.Table.CurrentLine, LineOf1878Record(21));
     EXPECT_EQ(S.Table.LineRecNo[S.Table.CurrentLine], 20);
     EXPECT_EQ(S.Content.FootLabel,
@@ -283,12 +283,12 @@ TEST_F(FlagsReload, ACurrentRecordThatBecameACommentStepsOnToTheNextRecord) {
 
 TEST_F(FlagsReload, ACurrentLinePastTheShortenedFileGoesBackToTheLastRecord) {
     GoToRecord(90);
-    Press(VkEnter); // past the last record
+    Press(KeyEnter); // past the last record
     ASSERT_EQ(S.Table.CurrentLine, 96);
     std::vector<std::string> lines = BirthsPage1878();
     lines.resize(LineOf1878Record(75));
     Save(lines);
-    Press(VkR);
+    Press(KeyR);
     EXPECT_EQ(S.Table.LineCount, 79);
     EXPECT_EQ(S.Table.CurrentLine, 79);
     EXPECT_EQ(S.Table.LineRecNo[79], 75);
@@ -303,7 +303,7 @@ TEST_F(FlagsReload, ACurrentLineOnTheCommentAtTheEndGoesBackToTheLastRecord) {
     lines.push_back("#two more comment lines");
     lines.push_back("#after the records");
     Save(lines);
-    Press(VkR);
+    Press(KeyR);
     EXPECT_EQ(S.Table.CurrentLine, 94);
 }
 

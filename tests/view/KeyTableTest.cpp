@@ -72,11 +72,11 @@ TEST_F(KeyTable, EveryKeyIsConsumedEvenWhenItDoesNothingInTheState) {
     EXPECT_EQ(unknownKeys, 256 - 31);
     EXPECT_EQ(Take(), before);
     // Keys of the table that have no row for their modifiers are swallowed the same way.
-    Press(VkF, false, true);
-    Press(VkA, true, true);
-    Press(VkS, false, true);
-    Press(VkD);
-    Press(VkD, true, true);
+    Press(KeyF, false, true);
+    Press(KeyA, true, true);
+    Press(KeyS, false, true);
+    Press(KeyD);
+    Press(KeyD, true, true);
     EXPECT_EQ(Take(), before);
 }
 
@@ -84,7 +84,7 @@ TEST_F(KeyTable, MHomeEndPageUpAndPageDownDoNothingWhileCalibrating) {
     GoToLine(LineOf1878Record(40));
     S.Calib.CalibrationStage = 3;
     const Snapshot before = Take();
-    for (int code : {VkM, VkHome, VkEnd, VkPageUp, VkPageDown})
+    for (int code : {KeyM, KeyHome, KeyEnd, KeyPageUp, KeyPageDown})
         EXPECT_TRUE(NothingAsked(Press(code))) << "key " << code;
     EXPECT_EQ(Take(), before);
     EXPECT_FALSE(S.Table.LineFlagged[LineOf1878Record(40)]);
@@ -94,34 +94,34 @@ TEST_F(KeyTable, PageUpAtTheTopOfColumnOneDoesNothing) {
     SetNote(S.Content, NoteKind::AddStatus, "a note that a column jump would clear", true);
     const Snapshot before = Take();
     ASSERT_EQ(S.Table.CurrentLine, 4);
-    Press(VkPageUp);
+    Press(KeyPageUp);
     EXPECT_EQ(Take(), before);
 }
 
 TEST_F(KeyTable, PageUpGoesToTheTopOfTheColumnThenToTheColumnBefore) {
     GoToLine(LineOf1878Record(45));
-    Press(VkPageUp);
+    Press(KeyPageUp);
     EXPECT_EQ(S.Table.CurrentLine, 35);
     EXPECT_EQ(S.Box.BoxTop, 3572);
     EXPECT_EQ(S.Box.BoxLeft, 12305);
     EXPECT_EQ(S.Content.FootLabel,
               std::string(" Line 35 of 95,  QRL entry 31 of 90") + CR + "  BRADLEY, William");
-    Press(VkPageUp);
+    Press(KeyPageUp);
     EXPECT_EQ(S.Table.CurrentLine, 4);
     EXPECT_EQ(S.Box.BoxLeft, 745);
 }
 
 TEST_F(KeyTable, PageDownGoesToTheNextColumnTopAndDoesNothingInTheLastColumn) {
     GoToLine(LineOf1878Record(12));
-    Press(VkPageDown);
+    Press(KeyPageDown);
     EXPECT_EQ(S.Table.CurrentLine, 35);
-    Press(VkPageDown);
+    Press(KeyPageDown);
     EXPECT_EQ(S.Table.CurrentLine, 65);
     EXPECT_EQ(S.Box.BoxTop, 3572);
     EXPECT_EQ(S.Box.BoxLeft, 23865);
     GoToLine(LineOf1878Record(80));
     const Snapshot before = Take();
-    Press(VkPageDown);
+    Press(KeyPageDown);
     EXPECT_EQ(Take(), before);
 }
 
@@ -129,7 +129,7 @@ TEST_F(KeyTable, PageDownFromTheHeaderLinesGoesToColumnOne) {
     GoToLine(LineOf1878Record(50));
     S.Table.CurrentLine = 2; // the "+S" line, above column 1's top
     S.Box.BoxTop = 9000;
-    Press(VkPageDown);
+    Press(KeyPageDown);
     EXPECT_EQ(S.Table.CurrentLine, 4);
     EXPECT_EQ(S.Box.BoxTop, 3572);
 }
@@ -140,12 +140,12 @@ TEST_F(KeyTable, HomeAndEndGoToTheFirstAndLastColumnTopsAndClearTheNotes) {
             "Your transcription file has changed - press R to "
             "reload it",
             true);
-    Press(VkEnd);
+    Press(KeyEnd);
     EXPECT_EQ(S.Table.CurrentLine, 65);
     EXPECT_EQ(S.Box.BoxLeft, 23865);
     EXPECT_EQ(S.Content.NotesText, "");
     EXPECT_EQ(S.Content.NameLine, "  FOSTER, Elizabeth");
-    Press(VkHome);
+    Press(KeyHome);
     EXPECT_EQ(S.Table.CurrentLine, 4);
     EXPECT_EQ(S.Box.BoxTop, 3572);
     EXPECT_EQ(S.Box.BoxLeft, 745);
@@ -154,7 +154,7 @@ TEST_F(KeyTable, HomeAndEndGoToTheFirstAndLastColumnTopsAndClearTheNotes) {
 TEST_F(KeyTable, AColumnBeyondTheSixColumnArraysIsAnError) {
     S.Scan.NumColumns = 7;
     try {
-        Press(VkEnd);
+        Press(KeyEnd);
         FAIL() << "End went to a seventh column";
     } catch (const RunTimeError& e) {
         EXPECT_EQ(e.Number, 9);
@@ -164,21 +164,21 @@ TEST_F(KeyTable, AColumnBeyondTheSixColumnArraysIsAnError) {
 TEST_F(KeyTable, ShiftDownWhenCalibratedMovesTheBoxByOneLineSpacing) {
     GoToLine(LineOf1878Record(3));
     S.Box.BoxTop = 6020;
-    Press(VkDown, true);
+    Press(KeyDown, true);
     EXPECT_EQ(S.Box.BoxTop, 6020 + 1224);
     S.Calib.LineIncrTop = 1224.5F; // rounded to even
-    Press(VkNum2, true);
+    Press(KeyNum2, true);
     EXPECT_EQ(S.Box.BoxTop, 6020 + 1224 + 1224);
-    Press(VkDown);
+    Press(KeyDown);
     EXPECT_EQ(S.Box.BoxTop, 6020 + 2 * 1224 + 68);
 }
 
 TEST_F(KeyTable, ShiftDownWhileCalibratingMovesEightHalfSteps) {
     S.Calib.CalibrationStage = 2;
     S.Box.BoxTop = 6020;
-    Press(VkDown, true);
+    Press(KeyDown, true);
     EXPECT_EQ(S.Box.BoxTop, 6020 + 8 * 34);
-    Press(VkUp);
+    Press(KeyUp);
     EXPECT_EQ(S.Box.BoxTop, 6020 + 7 * 34);
 }
 
@@ -208,7 +208,7 @@ TEST_F(KeyTable, WithoutAMeasuredSpacingShiftMovesEightSteps) {
 TEST_F(KeyTable, AShiftStepBeyondAnIntegerIsAnOverflow) {
     F.View.State.Zoom = 100.0; // base step 6800, eight of them 54400
     try {
-        Press(VkDown, true);
+        Press(KeyDown, true);
         FAIL() << "no overflow";
     } catch (const RunTimeError& e) {
         EXPECT_EQ(e.Number, 6);
@@ -219,25 +219,25 @@ TEST_F(KeyTable, ArrowsAndTheNumericPadMoveTheBoxByTheStep) {
     GoToLine(LineOf1878Record(3));
     S.Box.BoxTop = 6020;
     S.Box.BoxLeft = 3000;
-    Press(VkDown);
-    Press(VkNum2);
+    Press(KeyDown);
+    Press(KeyNum2);
     EXPECT_EQ(S.Box.BoxTop, 6020 + 136);
-    Press(VkUp);
+    Press(KeyUp);
     EXPECT_EQ(S.Box.BoxTop, 6020 + 68);
-    Press(VkNum8, true);
+    Press(KeyNum8, true);
     EXPECT_EQ(S.Box.BoxTop, 6020 + 68 - 1224);
-    Press(VkRight);
-    Press(VkNum6);
+    Press(KeyRight);
+    Press(KeyNum6);
     EXPECT_EQ(S.Box.BoxLeft, 3136);
-    Press(VkLeft);
-    Press(VkNum4, true);
+    Press(KeyLeft);
+    Press(KeyNum4, true);
     EXPECT_EQ(S.Box.BoxLeft, 3136 - 68 - 1224);
 }
 
 TEST_F(KeyTable, AltUpAndAltDownDoNothing) {
     GoToLine(LineOf1878Record(3));
     const Snapshot before = Take();
-    for (int code : {VkUp, VkDown, VkNum8, VkNum2}) {
+    for (int code : {KeyUp, KeyDown, KeyNum8, KeyNum2}) {
         Press(code, false, true);
         Press(code, true, true);
     }
@@ -245,25 +245,25 @@ TEST_F(KeyTable, AltUpAndAltDownDoNothing) {
 }
 
 TEST_F(KeyTable, AltRightWidensAndAltLeftNarrowsTheBox) {
-    Press(VkRight, false, true);
+    Press(KeyRight, false, true);
     EXPECT_EQ(S.Box.BoxWidth, 7068);
-    Press(VkNum6, true, true);
+    Press(KeyNum6, true, true);
     EXPECT_EQ(S.Box.BoxWidth, 7068 + 1224);
-    Press(VkLeft, false, true);
-    Press(VkNum4, false, true);
+    Press(KeyLeft, false, true);
+    Press(KeyNum4, false, true);
     EXPECT_EQ(S.Box.BoxWidth, 7068 + 1224 - 136);
     EXPECT_EQ(S.Box.BoxLeft, 745);
 }
 
 TEST_F(KeyTable, EnterAndLMoveToTheNextRecordAndTheBoxFollowsByItsPrintedLines) {
-    Press(VkEnter);
+    Press(KeyEnter);
     EXPECT_EQ(S.Table.CurrentLine, 5);
     EXPECT_EQ(S.Box.BoxTop, 3572 + 1224);
     EXPECT_EQ(S.Box.BoxLeft, 745 + 68);
     GoToLine(LineOf1878Record(15));
     S.Box.BoxTop = 3572 + 14 * 1224;
     S.Box.BoxLeft = 745 + 14 * 68;
-    Press(VkL); // over the comment line: still one printed line
+    Press(KeyL); // over the comment line: still one printed line
     EXPECT_EQ(S.Table.CurrentLine, LineOf1878Record(16));
     EXPECT_EQ(S.Box.BoxTop, 3572 + 15 * 1224);
     EXPECT_EQ(S.Content.NameLine, "  BAILEY, Elizabeth");
@@ -273,11 +273,11 @@ TEST_F(KeyTable, BackspaceAndOGoBackAndTheBoxFollows) {
     GoToLine(LineOf1878Record(16));
     S.Box.BoxTop = 3572 + 15 * 1224;
     S.Box.BoxLeft = 745 + 15 * 68;
-    Press(VkBackspace);
+    Press(KeyBackspace);
     EXPECT_EQ(S.Table.CurrentLine, LineOf1878Record(15));
     EXPECT_EQ(S.Box.BoxTop, 3572 + 14 * 1224);
     EXPECT_EQ(S.Box.BoxLeft, 745 + 14 * 68);
-    Press(VkO);
+    Press(KeyO);
     EXPECT_EQ(S.Table.CurrentLine, LineOf1878Record(14));
     EXPECT_EQ(S.Box.BoxTop, 3572 + 13 * 1224);
 }
@@ -286,8 +286,8 @@ TEST_F(KeyTable, BackspaceDoesNothingWhileCalibrating) {
     GoToLine(LineOf1878Record(16));
     S.Calib.CalibrationStage = 2;
     const Snapshot before = Take();
-    Press(VkBackspace);
-    Press(VkO);
+    Press(KeyBackspace);
+    Press(KeyO);
     EXPECT_EQ(Take(), before);
 }
 
@@ -295,20 +295,20 @@ TEST_F(KeyTable, EnterAtTheLastRecordMovesTheBoxOnlyWhenShowRecordReturnsAStepAb
     GoToLine(LineOf1878Record(89));
     S.Box.BoxTop = 3572 + 28 * 1224;
     S.Box.BoxLeft = 23865 + 28 * 68;
-    Press(VkEnter);
+    Press(KeyEnter);
     EXPECT_EQ(S.Table.CurrentLine, 94);
     EXPECT_EQ(S.Box.BoxTop, 3572 + 29 * 1224);
     const int32_t top = S.Box.BoxTop;
     const int32_t left = S.Box.BoxLeft;
-    Press(VkEnter); // past the last record: a step of 0
+    Press(KeyEnter); // past the last record: a step of 0
     EXPECT_EQ(S.Table.CurrentLine, 96);
     EXPECT_EQ(S.Box.BoxTop, top);
     EXPECT_EQ(S.Box.BoxLeft, left);
     EXPECT_EQ(S.Content.NameLine, "");
     EXPECT_NE(S.Content.NotesText.find(".... Reached end of records ...."), std::string::npos);
-    Press(VkEnter);
+    Press(KeyEnter);
     EXPECT_EQ(S.Box.BoxTop, top);
-    Press(VkBackspace); // the line left lies past the end: a step of 0 again
+    Press(KeyBackspace); // the line left lies past the end: a step of 0 again
     EXPECT_EQ(S.Table.CurrentLine, 94);
     EXPECT_EQ(S.Box.BoxTop, top);
 }
@@ -317,20 +317,20 @@ TEST_F(KeyTable, EnterWhileCalibratingConfirmsTheStage) {
     S.Calib.CalibrationStage = 0;
     S.CalibrateTextbox();
     ASSERT_EQ(S.Calib.CalibrationStage, 1);
-    Press(VkEnter);
+    Press(KeyEnter);
     EXPECT_EQ(S.Calib.CalibrationStage, 2);
-    Press(VkL);
+    Press(KeyL);
     EXPECT_EQ(S.Calib.CalibrationStage, 3);
 }
 
 TEST_F(KeyTable, PlusAndMinusStepTheRecordWithoutMovingTheBox) {
     const int32_t top = S.Box.BoxTop;
-    Press(VkNumPlus);
-    Press(VkPlus);
+    Press(KeyNumPlus);
+    Press(KeyPlus);
     EXPECT_EQ(S.Table.CurrentLine, 6);
-    Press(VkMinus);
+    Press(KeyMinus);
     EXPECT_EQ(S.Table.CurrentLine, 5);
-    Press(VkNumMinus, true, true);
+    Press(KeyNumMinus, true, true);
     EXPECT_EQ(S.Table.CurrentLine, 4);
     EXPECT_EQ(S.Box.BoxTop, top);
     EXPECT_EQ(S.Box.BoxLeft, 745);
@@ -340,7 +340,7 @@ TEST_F(KeyTable, CInTheFirstStageOpensTheLayoutChoiceAndStartsTheStageAgain) {
     S.CalibrateTextbox();
     ASSERT_EQ(S.Calib.CalibrationStage, 1);
     ASSERT_TRUE(F.Chooser.Preselections.empty());
-    Press(VkC);
+    Press(KeyC);
     EXPECT_EQ(F.Chooser.Preselections.size(), 1U);
     EXPECT_EQ(S.Calib.CalibrationStage, 1);
     EXPECT_FALSE(S.Scan.AskScanType);
@@ -349,7 +349,7 @@ TEST_F(KeyTable, CInTheFirstStageOpensTheLayoutChoiceAndStartsTheStageAgain) {
 
 TEST_F(KeyTable, CWhenCalibratedAsksBeforeGoingBackToTheFirstStage) {
     F.Prompts.Script = {Answer::No};
-    Press(VkC);
+    Press(KeyC);
     ASSERT_EQ(F.Prompts.Shown.size(), 1U);
     const Prompt& asked = F.Prompts.Shown[0];
     EXPECT_EQ(asked.Text, std::string("You can only change the number of columns during the "
@@ -361,7 +361,7 @@ TEST_F(KeyTable, CWhenCalibratedAsksBeforeGoingBackToTheFirstStage) {
     EXPECT_TRUE(F.Chooser.Preselections.empty());
 
     F.Prompts.Script = {Answer::Yes};
-    Press(VkC, true, true);
+    Press(KeyC, true, true);
     EXPECT_EQ(F.Prompts.Shown.size(), 2U);
     EXPECT_EQ(S.Calib.CalibrationStage, 1);
     EXPECT_EQ(F.Chooser.Preselections.size(), 1U);
@@ -369,10 +369,10 @@ TEST_F(KeyTable, CWhenCalibratedAsksBeforeGoingBackToTheFirstStage) {
 
 TEST_F(KeyTable, CInALaterStageDoesNothingWhileTheCalibrateMenuIsDisabled) {
     S.CalibrateTextbox();
-    Press(VkEnter);
+    Press(KeyEnter);
     ASSERT_EQ(S.Calib.CalibrationStage, 2);
     ASSERT_FALSE(S.Commands.MenuCalibrate);
-    Press(VkC);
+    Press(KeyC);
     EXPECT_TRUE(F.Prompts.Shown.empty());
     EXPECT_EQ(S.Calib.CalibrationStage, 2);
 }
@@ -381,7 +381,7 @@ TEST_F(KeyTable, BPressedSevenTimesFromColourSixGoesRoundOneToSix) {
     S.SetBoxColour(6);
     std::vector<int16_t> seen;
     for (int i = 0; i < 7; ++i) {
-        Press(VkB, i % 2 == 1, i % 3 == 2);
+        Press(KeyB, i % 2 == 1, i % 3 == 2);
         seen.push_back(S.Content.BoxColourIndex);
     }
     EXPECT_EQ(seen, (std::vector<int16_t>{1, 2, 3, 4, 5, 6, 1}));
@@ -389,32 +389,32 @@ TEST_F(KeyTable, BPressedSevenTimesFromColourSixGoesRoundOneToSix) {
 
 TEST_F(KeyTable, BFromColourZeroGoesToOne) {
     S.SetBoxColour(0);
-    Press(VkB);
+    Press(KeyB);
     EXPECT_EQ(S.Content.BoxColourIndex, 1);
 }
 
 TEST_F(KeyTable, FAndShiftFChangeTheFontSizeWithinItsLimits) {
     S.Content.BoxFontSize = 39;
-    Press(VkF);
-    Press(VkF);
+    Press(KeyF);
+    Press(KeyF);
     EXPECT_EQ(S.Content.BoxFontSize, 40);
-    Press(VkF, true);
+    Press(KeyF, true);
     EXPECT_EQ(S.Content.BoxFontSize, 39);
-    Press(VkF, false, true);
+    Press(KeyF, false, true);
     EXPECT_EQ(S.Content.BoxFontSize, 39);
 }
 
 TEST_F(KeyTable, F1AsksForTheCommandsHelp) {
-    EXPECT_TRUE(Press(VkF1).OpenHelp);
-    EXPECT_FALSE(Press(VkF11).OpenHelp);
+    EXPECT_TRUE(Press(KeyF1).OpenHelp);
+    EXPECT_FALSE(Press(KeyF11).OpenHelp);
 }
 
 TEST_F(KeyTable, F11ZoomsInAndF12ZoomsOut) {
-    Press(VkF11);
+    Press(KeyF11);
     EXPECT_FLOAT_EQ(S.Box.CurrentZoom, 125.0F);
     EXPECT_DOUBLE_EQ(F.View.State.Zoom, 1.25);
-    Press(VkF12);
-    Press(VkF12);
+    Press(KeyF12);
+    Press(KeyF12);
     EXPECT_FLOAT_EQ(S.Box.CurrentZoom, 90.0F);
 }
 
@@ -423,47 +423,47 @@ TEST_F(KeyTable, AAndSWidenAndShiftNarrowsTheColumnsOfTheBox) {
         S.Commands.AdjCol[i] = true;
     S.Scan.ExtraPad = 20;
     S.Scan.DistrictPad = 40;
-    Press(VkA);
+    Press(KeyA);
     EXPECT_EQ(S.Scan.ExtraPad, 21);
-    Press(VkA, true);
-    Press(VkA, true);
+    Press(KeyA, true);
+    Press(KeyA, true);
     EXPECT_EQ(S.Scan.ExtraPad, 19);
-    Press(VkS);
+    Press(KeyS);
     EXPECT_EQ(S.Scan.DistrictPad, 41);
-    Press(VkS, true);
-    Press(VkS, true);
+    Press(KeyS, true);
+    Press(KeyS, true);
     EXPECT_EQ(S.Scan.DistrictPad, 39);
-    Press(VkS, true, true);
-    Press(VkA, false, true);
+    Press(KeyS, true, true);
+    Press(KeyA, false, true);
     EXPECT_EQ(S.Scan.ExtraPad, 19);
     EXPECT_EQ(S.Scan.DistrictPad, 39);
 }
 
 TEST_F(KeyTable, AltDShowsAndHidesTheDiagnosticsPanel) {
-    Press(VkD, false, true);
+    Press(KeyD, false, true);
     EXPECT_TRUE(S.DiagVisible);
-    Press(VkD);
+    Press(KeyD);
     EXPECT_TRUE(S.DiagVisible);
-    Press(VkD, false, true);
+    Press(KeyD, false, true);
     EXPECT_FALSE(S.DiagVisible);
 }
 
 TEST_F(KeyTable, AKeyWhileAPlacementIsPendingOnlyPlacesTheBox) {
     S.Box.BoxTop = 10; // above the image
     S.Box.BoxPlacementPending = true;
-    Press(VkEnter);
+    Press(KeyEnter);
     EXPECT_FALSE(S.Box.BoxPlacementPending);
     EXPECT_EQ(S.Box.BoxTop, 70);
     EXPECT_EQ(S.Table.CurrentLine, 4);
-    Press(VkDown);
+    Press(KeyDown);
     EXPECT_EQ(S.Box.BoxTop, 70 + 68);
 }
 
 TEST_F(KeyTable, MAndRAreTheFlagAndReloadCommands) {
-    EXPECT_TRUE(Press(VkM).StatisticsChanged);
+    EXPECT_TRUE(Press(KeyM).StatisticsChanged);
     EXPECT_TRUE(S.Table.LineFlagged[4]);
     F.Prompts.Script = {Answer::Cancel};
-    Press(VkR);
+    Press(KeyR);
     ASSERT_EQ(F.Prompts.Texts(),
               std::vector<std::string>{"All the flagged records will lose their flag"});
     EXPECT_TRUE(S.Table.LineFlagged[4]);

@@ -7,6 +7,8 @@
 #include "support/TestFiles.h"
 #include "transcription/ReadTranscription.h"
 
+#include "view/KeyCodes.h"
+
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -15,48 +17,13 @@
 
 namespace tv::test {
 
-// Virtual-key codes.
-enum VirtualKey : int {
-    VkBackspace = 8,
-    VkEnter = 13,
-    VkPageUp = 33,
-    VkPageDown = 34,
-    VkEnd = 35,
-    VkHome = 36,
-    VkLeft = 37,
-    VkUp = 38,
-    VkRight = 39,
-    VkDown = 40,
-    VkA = 65,
-    VkB = 66,
-    VkC = 67,
-    VkD = 68,
-    VkF = 70,
-    VkL = 76,
-    VkM = 77,
-    VkO = 79,
-    VkR = 82,
-    VkS = 83,
-    VkNum2 = 98,
-    VkNum4 = 100,
-    VkNum6 = 102,
-    VkNum8 = 104,
-    VkNumPlus = 107,
-    VkNumMinus = 109,
-    VkF1 = 112,
-    VkF11 = 122,
-    VkF12 = 123,
-    VkPlus = 187,
-    VkMinus = 189,
-};
-
 // Every code the key table knows.
 inline const std::vector<int>& TableKeys() {
     static const std::vector<int> keys = {
-        VkBackspace, VkEnter,    VkPageUp, VkPageDown, VkEnd,  VkHome, VkLeft, VkUp,
-        VkRight,     VkDown,     VkA,      VkB,        VkC,    VkD,    VkF,    VkL,
-        VkM,         VkO,        VkR,      VkS,        VkNum2, VkNum4, VkNum6, VkNum8,
-        VkNumPlus,   VkNumMinus, VkF1,     VkF11,      VkF12,  VkPlus, VkMinus};
+        KeyBackspace, KeyEnter,    KeyPageUp, KeyPageDown, KeyEnd,  KeyHome, KeyLeft, KeyUp,
+        KeyRight,     KeyDown,     KeyA,      KeyB,        KeyC,    KeyD,    KeyF,    KeyL,
+        KeyM,         KeyO,        KeyR,      KeyS,        KeyNum2, KeyNum4, KeyNum6, KeyNum8,
+        KeyNumPlus,   KeyNumMinus, KeyF1,     KeyF11,      KeyF12,  KeyPlus, KeyMinus};
     return keys;
 }
 

@@ -23,10 +23,10 @@ class StatedSession : public PageSession {
         S.CalibrateTextbox();
         const int confirmed = state == State::AfterReload ? 4 : static_cast<int>(state) - 1;
         for (int i = 0; i < confirmed; ++i) {
-            Press(VkDown, true); // somewhere below the entry confirmed before
-            Press(VkEnter);
+            Press(KeyDown, true); // somewhere below the entry confirmed before
+            Press(KeyEnter);
         }
-        if (state == State::AfterReload) Press(VkR);
+        if (state == State::AfterReload) Press(KeyR);
     }
 
     bool InState(State state) const {

@@ -115,8 +115,8 @@ class ScriptedSession : public PageSessionTest {
     // known place (70 twips from the top, 65 from the left).
     void Align(int32_t target, bool vertical) {
         auto position = [&] { return vertical ? S.Box.BoxTop : S.Box.BoxLeft; };
-        const int forward = vertical ? VkDown : VkRight;
-        const int back = vertical ? VkUp : VkLeft;
+        const int forward = vertical ? KeyDown : KeyRight;
+        const int back = vertical ? KeyUp : KeyLeft;
         const int32_t edge = vertical ? 70 : 65;
         const int16_t small = S.MovementStep(false);
         const int16_t big = S.MovementStep(true);
@@ -142,9 +142,9 @@ class ScriptedSession : public PageSessionTest {
     // + and - choose the entry that stands first in a column.
     void SelectEntry(int line) {
         for (int i = 0; i < 100 && S.Table.CurrentLine < line; ++i)
-            Key(VkPlus);
+            Key(KeyPlus);
         for (int i = 0; i < 100 && S.Table.CurrentLine > line; ++i)
-            Key(VkMinus);
+            Key(KeyMinus);
         ASSERT_EQ(S.Table.CurrentLine, line);
     }
 
@@ -156,13 +156,13 @@ class ScriptedSession : public PageSessionTest {
         ASSERT_EQ(S.Table.CurrentLine, plan.TopLines[0]);
         ExpectBoxShowsCurrentLine();
         MoveBoxTo({plan.Top, plan.Lefts[0]});
-        Key(VkEnter);
+        Key(KeyEnter);
         ASSERT_EQ(S.Calib.CalibrationStage, 2);
         ExpectBoxShowsCurrentLine();
         const int16_t lines = S.Box.LinesFromTop;
         ASSERT_GE(lines, 9);
         MoveBoxTo({plan.Top + lines * plan.Pitch, plan.Lefts[0] + lines * plan.Drift});
-        Key(VkEnter);
+        Key(KeyEnter);
         EXPECT_FLOAT_EQ(S.Calib.LineIncrTop, static_cast<float>(plan.Pitch));
         EXPECT_FLOAT_EQ(S.Calib.LineIncrLeft, static_cast<float>(plan.Drift));
         for (std::size_t c = 1; c < plan.TopLines.size(); ++c) {
@@ -170,7 +170,7 @@ class ScriptedSession : public PageSessionTest {
             SelectEntry(plan.TopLines[c]);
             ExpectBoxShowsCurrentLine();
             MoveBoxTo({plan.Top, plan.Lefts[c]});
-            Key(VkEnter);
+            Key(KeyEnter);
         }
         ASSERT_EQ(S.Calib.CalibrationStage, 0);
         EXPECT_TRUE(S.Calib.BoxLinedUp);
@@ -191,7 +191,7 @@ class ScriptedSession : public PageSessionTest {
         for (int i = 0; i < 1000; ++i) {
             const Place from{S.Box.BoxTop, S.Box.BoxLeft};
             const int scrollsBefore = Scrolls;
-            Key(VkEnter);
+            Key(KeyEnter);
             EnterScrolls += Scrolls - scrollsBefore;
             if (S.Table.CurrentLine > S.Table.LineCount) {
                 EXPECT_EQ(S.Box.BoxTop, from.Top);
@@ -215,7 +215,7 @@ class ScriptedSession : public PageSessionTest {
             const Place from{S.Box.BoxTop, S.Box.BoxLeft};
             const int left = S.Table.CurrentLine;
             const int lines = left <= S.Table.LineCount ? S.Table.LineJump[left] : 0;
-            Key(VkBackspace);
+            Key(KeyBackspace);
             if (S.Table.CurrentLine < 1) {
                 EXPECT_EQ(S.Box.BoxTop,
                           from.Top - CLng(lines * static_cast<double>(S.Calib.LineIncrTop)));
@@ -260,13 +260,13 @@ TEST_F(ScriptedSession, AThreeColumnBirthsPageOf1878IsVerifiedRecordByRecord) {
     EXPECT_EQ(S.Content.SecondLine, "  Leeds   9a    100");
     EXPECT_EQ(S.Content.FootLabel,
               std::string(" Line 4 of 95,  QRL entry 1 of 90") + CR + "  ABBOTT, Mary");
-    Key(VkEnter);
-    Key(VkEnter);
+    Key(KeyEnter);
+    Key(KeyEnter);
     EXPECT_EQ(S.Content.NameLine, "  ------ Ann");
     EXPECT_EQ(S.Content.SecondLine, "  Halifax   9c    106");
     EXPECT_EQ(S.Box.BoxTop, 3572 + 2 * 1224);
     EXPECT_EQ(S.Box.BoxLeft, 745 + 2 * 68);
-    Key(VkHome);
+    Key(KeyHome);
 
     std::vector<int> forward = StepForward();
     EXPECT_EQ(forward, RecordLines());
@@ -277,10 +277,10 @@ TEST_F(ScriptedSession, AThreeColumnBirthsPageOf1878IsVerifiedRecordByRecord) {
     S.Table.CurrentLine = static_cast<int16_t>(LineOf1878Record(15));
     S.ShowRecord(0);
     EXPECT_TRUE(HasNote("  Following line: #COMMENT,ink blot over the next entry"));
-    Key(VkPageDown);
+    Key(KeyPageDown);
     EXPECT_EQ(S.Content.NameLine, "  BRADLEY, William"); // a repeated surname at a column top
     EXPECT_EQ(S.Content.SecondLine, "  Halifax   9a    190");
-    Key(VkEnter);
+    Key(KeyEnter);
     EXPECT_EQ(S.Content.NameLine, "  BROOK, Sarah");
 }
 
@@ -300,11 +300,11 @@ TEST_F(ScriptedSession, ATwoColumnBirthsPageOf1965WithSurnameLinesAndGapsIsVerif
     EXPECT_EQ(S.Content.SecondLine, "  2c  101");
     EXPECT_EQ(S.Content.FootLabel,
               std::string(" Line 4 of 44,  QRL entry 1 of 40") + CR + "  ABEL, Karen M");
-    Key(VkEnter);
+    Key(KeyEnter);
     EXPECT_EQ(S.Content.NameLine,
               "  -- Paul" + std::string(13, ' ') + " SMITH" + seven + " Bradford");
     EXPECT_EQ(S.Content.SecondLine, "  2b  102");
-    Key(VkHome);
+    Key(KeyHome);
 
     std::vector<int> forward = StepForward();
     EXPECT_EQ(forward, RecordLines());
@@ -315,7 +315,7 @@ TEST_F(ScriptedSession, ATwoColumnBirthsPageOf1965WithSurnameLinesAndGapsIsVerif
     // Surname lines and gaps: the column holds more printed lines than records.
     S.Table.CurrentLine = LineOf1965Record(20);
     EXPECT_GT(RecordPlace().Top, 3470 + 19 * 680);
-    Key(VkEnd);
+    Key(KeyEnd);
     EXPECT_EQ(S.Content.NameLine, "  ARCHER, Linda" + seven + " FEATHERSTONEHAUGHS Leeds");
     EXPECT_EQ(S.Content.SecondLine, "  2c  121");
     EXPECT_EQ(S.Content.FootLabel,
