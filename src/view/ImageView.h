@@ -1,0 +1,96 @@
+#pragma once
+// The scan view: shows the scan at the present zoom and rotation with its effects, and is the
+// model's scan view port. It keeps the pristine decoded scan once and paints only the exposed
+// part of the viewport from it (or from a reduced copy when zoomed out), so neither a key press
+// nor a rotation step ever costs a whole-image operation.
+#include "view/ImageViewDecode.h"
+#include "view/ScanViewPort.h"
+
+#include <QAbstractScrollArea>
+#include <QPoint>
+#include <QRect>
+#include <QTransform>
+
+#include <optional>
+
+namespace tv {
+
+class ImageView : public QAbstractScrollArea, public ScanViewPort {
+    Q_OBJECT
+
+  public:
+    explicit ImageView(QWidget* parent = nullptr);
+
+    // Decodes the file on a worker thread; loadFinished() follows. A new load resets the
+    // rotation, mirror and negative (they act on the loaded scan) and scrolls to the top left;
+    // zoom, anti-aliasing, smoothing and the magnifier are the view's and stay.
+    void BeginLoad(const QString& path);
+    // False while a load is under way.
+    bool LoadComplete() const { return !loading_; }
+    // The last load's result (see LoadError).
+    int ErrorCode() const { return errorCode_; }
+    // Lets the user interface process its events until the load is complete.
+    void WaitForLoad();
+
+    ViewMetrics Metrics() const override;
+    void SetScroll(int32_t x, int32_t y) override;
+    void SetZoom(double factor) override;
+    // Positive angles turn the scan anticlockwise (RotateLeft passes +0.4).
+    void SetRotation(double totalDegrees) override;
+
+    void SetAntiAlias(bool on);
+    void SetSmoothing(bool on);
+    void ToggleMirror();
+    void ToggleNegative();
+    void SetMagnifier(bool on);
+    // How the loaded scan is stored (Format_Invalid when none is loaded).
+    QImage::Format PixelFormat() const { return scan_.Pristine.format(); }
+    // Lines for the image information box; empty when no scan is loaded.
+    QString ImageInformation() const;
+
+  signals:
+    void loadFinished();
+    // The user scrolled (scroll bars, wheel) or a resize moved the view: re-place the box.
+    void scrolled();
+    // Emitted at the end of every paint of the viewport.
+    void repainted();
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+
+  private:
+    void FinishLoad(const DecodedScan& scan);
+    // The image's bounding box after rotation, in image pixels.
+    QSizeF RotatedSize() const;
+    QSize ContentSize() const;
+    void UpdateScrollRange();
+    // Maps image pixels to viewport pixels at the given zoom.
+    QTransform ImageToViewport(double zoom) const;
+    void PaintLayer(QPainter& painter, const QImage& image, const QTransform& transform,
+                    const QRect& exposed, bool smooth) const;
+    void PaintScan(QPainter& painter, const QRect& exposed) const;
+    void PaintLens(QPainter& painter, const QRect& exposed) const;
+    QRect LensRect() const;
+    void MoveLens(std::optional<QPoint> centre);
+
+    DecodedScan scan_;
+    bool loading_ = false;
+    quint64 loadNumber_ = 0;
+    int errorCode_ = LoadOk;
+    double zoom_ = 1.0;
+    double rotation_ = 0.0;
+    bool antiAlias_ = true;
+    bool smoothing_ = true;
+    bool mirror_ = false;
+    bool negative_ = false;
+    bool magnifier_ = false;
+    std::optional<QPoint> lensCentre_;
+    // Set while the model moves the view itself, so that scrolled() reports only other moves.
+    bool ownScroll_ = false;
+};
+
+} // namespace tv

@@ -1,0 +1,51 @@
+#pragma once
+// Decoding a scan for the image view, off the user-interface thread: the pristine image, kept
+// compact (grey scans stay 8-bit, bilevel scans 1-bit), and reduced copies for zoomed-out views.
+#include <QByteArray>
+#include <QImage>
+#include <QString>
+
+namespace tv {
+
+// The largest picture the view decodes. Qt refuses images over 128 MiB by default, which a large
+// scan exceeds; 1024 MB lets every real scan in, yet a corrupt header that claims an enormous
+// picture cannot exhaust memory.
+inline constexpr int AllocationLimitMegabytes = 1024;
+
+// Load error codes, as the start step reports them ("Error n opening ..." unless -2):
+//    0  loaded
+//   -2  not a picture: no reader knows the file's format, or its header is not a picture's
+//    1  the file was not found
+//    2  the file could not be read (device error)
+//    3  the picture's data are invalid (the header was read, the pixels could not be)
+//    4  the picture is larger than the allocation limit
+//    5  any other failure
+enum LoadError : int {
+    LoadOk = 0,
+    LoadNotAPicture = -2,
+    LoadFileNotFound = 1,
+    LoadDeviceError = 2,
+    LoadInvalidData = 3,
+    LoadTooLarge = 4,
+    LoadUnknownError = 5,
+};
+
+struct DecodedScan {
+    QImage Pristine;
+    // Box-filtered copies at half and quarter size, made once so that zoomed-out views paint
+    // fast and smooth; grey and bilevel scans reduce to 8-bit grey.
+    QImage Half;
+    QImage Quarter;
+    QString Path;
+    QByteArray Format; // the reader's name for the format ("jpeg", "tiff"...)
+    qint64 FileSize = 0;
+    int ErrorCode = LoadOk;
+};
+
+// Reads the file with the picture's own orientation (EXIF) applied. Thread-safe.
+DecodedScan DecodeScan(const QString& path);
+
+// The average of each 2 x 2 block; an odd last row or column averages what it has.
+QImage HalfSize(const QImage& image);
+
+} // namespace tv

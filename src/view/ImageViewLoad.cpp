@@ -1,0 +1,96 @@
+// Loading the scan on a worker thread, waiting for it with the window responsive, and the
+// image information box's lines.
+#include "view/ImageView.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QFutureWatcher>
+#include <QGuiApplication>
+#include <QImageReader>
+#include <QPointer>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <QStringList>
+#include <QtConcurrent/QtConcurrentRun>
+
+namespace tv {
+
+void ImageView::BeginLoad(const QString& path) {
+    // Deliberately above Qt's 128 MiB default, which a large scan exceeds; still bounded so that
+    // a corrupt header cannot exhaust memory.
+    QImageReader::setAllocationLimit(AllocationLimitMegabytes);
+    loading_ = true;
+    const quint64 load = ++loadNumber_;
+    auto* watcher = new QFutureWatcher<DecodedScan>(this);
+    connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher, load] {
+        watcher->deleteLater();
+        // A load started later supersedes this one.
+        if (load == loadNumber_) FinishLoad(watcher->result());
+    });
+    watcher->setFuture(QtConcurrent::run(DecodeScan, path));
+}
+
+void ImageView::FinishLoad(const DecodedScan& scan) {
+    const QScopedValueRollback<bool> own(ownScroll_, true);
+    scan_ = scan;
+    errorCode_ = scan.ErrorCode;
+    rotation_ = 0.0;
+    mirror_ = false;
+    negative_ = false;
+    UpdateScrollRange();
+    horizontalScrollBar()->setValue(0);
+    verticalScrollBar()->setValue(0);
+    viewport()->update();
+    loading_ = false;
+    emit loadFinished();
+}
+
+void ImageView::WaitForLoad() {
+    if (LoadComplete()) return;
+    QGuiApplication::setOverrideCursor(Qt::BusyCursor);
+    // The window may be closed meanwhile; the wait ends with it.
+    const QPointer<ImageView> self(this);
+    while (self && !self->LoadComplete())
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    QGuiApplication::restoreOverrideCursor();
+}
+
+namespace {
+
+QString ColourText(const QImage& image) {
+    if (image.depth() == 1) return QStringLiteral("1 bit per pixel, black and white");
+    if (image.format() == QImage::Format_Grayscale8)
+        return QStringLiteral("8 bits per pixel, 256 shades of grey");
+    if (image.colorCount() > 0)
+        return QStringLiteral("%1 bits per pixel, %2 colours")
+            .arg(image.depth())
+            .arg(image.colorCount());
+    return QStringLiteral("%1 bits per pixel, colour").arg(image.depth());
+}
+
+int DotsPerInch(int dotsPerMeter) {
+    return qRound(dotsPerMeter * 0.0254);
+}
+
+} // namespace
+
+QString ImageView::ImageInformation() const {
+    const QImage& image = scan_.Pristine;
+    if (image.isNull()) return {};
+    const QChar times(0x00D7);
+    QStringList lines;
+    lines
+        << QStringLiteral("File: %1").arg(QFileInfo(scan_.Path).fileName())
+        << QStringLiteral("Folder: %1").arg(QFileInfo(scan_.Path).absolutePath())
+        << QStringLiteral("Format: %1").arg(QString::fromLatin1(scan_.Format).toUpper())
+        << QStringLiteral("Size: %1 %2 %3 pixels").arg(image.width()).arg(times).arg(image.height())
+        << QStringLiteral("Colour: %1").arg(ColourText(image))
+        << QStringLiteral("Resolution: %1 %2 %3 DPI")
+               .arg(DotsPerInch(image.dotsPerMeterX()))
+               .arg(times)
+               .arg(DotsPerInch(image.dotsPerMeterY()))
+        << QStringLiteral("File size: %L1 bytes").arg(scan_.FileSize);
+    return lines.join(QLatin1Char('\n'));
+}
+
+} // namespace tv
