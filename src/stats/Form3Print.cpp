@@ -1,0 +1,131 @@
+// PrintStats and the report on paper or in a PDF file.
+#include "stats/Form3Print.h"
+
+#include "core/QtPlatform.h"
+#include "core/Text.h"
+#include "stats/Form3.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QPrinter>
+#include <QPrinterInfo>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tv {
+
+namespace {
+
+std::string PathText(const QString& path) {
+    return Utf8ToCp1252(QDir::toNativeSeparators(path).toStdString());
+}
+
+} // namespace
+
+QFont ReportFont(bool bold) {
+    QFont font("Courier New", 10);
+    font.setStyleHint(QFont::TypeWriter); // a fixed-pitch stand-in where Courier New is missing
+    font.setFixedPitch(true);
+    font.setBold(bold);
+    return font;
+}
+
+std::unique_ptr<QPrinter> DefaultPrinter() {
+    const QPrinterInfo info = QPrinterInfo::defaultPrinter();
+    if (info.isNull()) return nullptr;
+    return std::make_unique<QPrinter>(info, QPrinter::HighResolution);
+}
+
+std::vector<std::size_t> PageStarts(const std::vector<ReportLine>& lines, int linesPerPage) {
+    std::vector<std::size_t> starts;
+    int row = 0;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const int needed = lines[i].Bold && i + 1 < lines.size() ? 2 : 1;
+        if (starts.empty() || (row > 0 && row + needed > linesPerPage)) {
+            starts.push_back(i);
+            row = 0;
+        }
+        ++row;
+    }
+    return starts;
+}
+
+int LinesPerPage(QPrinter& printer) {
+    const QFontMetricsF metrics(ReportFont(false), &printer);
+    return std::max(1, static_cast<int>(std::floor(printer.height() / metrics.lineSpacing())));
+}
+
+bool PrintReport(const std::vector<ReportLine>& lines, QPrinter& printer) {
+    printer.setDocName("Tallyview Report");
+    const std::vector<std::size_t> starts = PageStarts(lines, LinesPerPage(printer));
+    QPainter painter;
+    if (!painter.begin(&printer)) return false;
+    const QFontMetricsF metrics(ReportFont(false), &printer);
+    const double lineHeight = metrics.lineSpacing();
+    std::size_t page = 0;
+    int row = 0;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        if (page + 1 < starts.size() && i == starts[page + 1]) {
+            printer.newPage();
+            ++page;
+            row = 0;
+        }
+        painter.setFont(ReportFont(lines[i].Bold));
+        painter.drawText(QPointF(0, row * lineHeight + metrics.ascent()), ToQString(lines[i].Text));
+        ++row;
+    }
+    return painter.end();
+}
+
+std::unique_ptr<QPrinter> PdfPrinter(const QString& pdfPath) {
+    auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    printer->setOutputFormat(QPrinter::PdfFormat);
+    printer->setOutputFileName(pdfPath);
+    return printer;
+}
+
+bool PrintReportToPdf(const std::vector<ReportLine>& lines, const QString& pdfPath) {
+    return PrintReport(lines, *PdfPrinter(pdfPath)) && QFileInfo::exists(pdfPath);
+}
+
+QString ChoosePdfFile(QWidget* parent) {
+    return QFileDialog::getSaveFileName(parent, "Save the report as a PDF file",
+                                        QDir::homePath() + "/Tallyview Report.pdf",
+                                        "PDF files (*.pdf)");
+}
+
+void Form3::PrintStats() {
+    const Answer answer = prompts_.Ask({"Do you want a print of all the QRL records ?", AppTitle,
+                                        Buttons::YesNoCancel, PromptIcon::Question, Answer::Yes});
+    if (answer == Answer::Cancel || !reportSource_) return;
+    const std::vector<ReportLine> lines = reportSource_(answer == Answer::Yes);
+    const std::unique_ptr<QPrinter> printer = printerSource_ ? printerSource_() : nullptr;
+    if (printer == nullptr) {
+        SaveAsPdf(lines);
+    } else if (!PrintReport(lines, *printer)) {
+        prompts_.Tell("Tallyview could not print the report on " +
+                          FromQString(printer->printerName()),
+                      PromptIcon::Exclamation);
+    }
+}
+
+// Without a printer the user would be left with nothing; a PDF file can be printed elsewhere.
+void Form3::SaveAsPdf(const std::vector<ReportLine>& lines) {
+    const std::string offer =
+        std::string("No printer is installed, so the report cannot be printed.") + CR +
+        "Do you want to save it as a PDF file instead?";
+    if (prompts_.Ask({offer, AppTitle, Buttons::YesNo, PromptIcon::Question, Answer::Yes}) !=
+        Answer::Yes)
+        return;
+    const QString path = pdfFileChooser_ ? pdfFileChooser_() : QString();
+    if (path.isEmpty()) return;
+    if (!PrintReportToPdf(lines, path))
+        prompts_.Tell("Tallyview could not write the report to " + PathText(path),
+                      PromptIcon::Exclamation);
+}
+
+} // namespace tv

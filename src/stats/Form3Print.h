@@ -1,0 +1,41 @@
+#pragma once
+// The printed report: lines of "Courier New" 10, headings in bold, on a printer or in a PDF file.
+#include "stats/Statistics.h"
+
+#include <QFont>
+#include <QPrinter>
+#include <QString>
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <vector>
+
+class QWidget;
+
+namespace tv {
+
+// "Courier New" 10, the font of the report and of the statistics screen's lists.
+QFont ReportFont(bool bold);
+
+// The printer to print on, or nothing when none is installed.
+using PrinterSource = std::function<std::unique_ptr<QPrinter>()>;
+std::unique_ptr<QPrinter> DefaultPrinter();
+
+// The index of the first line of each page for pages of linesPerPage lines. A heading never
+// stands alone at the foot of a page: it goes over with the line after it.
+std::vector<std::size_t> PageStarts(const std::vector<ReportLine>& lines, int linesPerPage);
+
+// The lines of "Courier New" 10 that fit on a page of the printer.
+int LinesPerPage(QPrinter& printer);
+
+// Prints the lines as one document; false when the printer cannot be opened.
+bool PrintReport(const std::vector<ReportLine>& lines, QPrinter& printer);
+// A printer that writes a PDF file at pdfPath.
+std::unique_ptr<QPrinter> PdfPrinter(const QString& pdfPath);
+bool PrintReportToPdf(const std::vector<ReportLine>& lines, const QString& pdfPath);
+
+// Asks the user where to save the report as a PDF file; "" when cancelled.
+QString ChoosePdfFile(QWidget* parent);
+
+} // namespace tv
