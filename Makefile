@@ -6,7 +6,7 @@ ifeq ($(CI),true)
 CMAKE_FLAGS += -DTALLYVIEW_WERROR=ON
 endif
 
-.PHONY: all deps configure build run test bench format clean
+.PHONY: all deps configure build run test bench format clean screenshots
 
 all: build
 
@@ -27,6 +27,9 @@ test: build
 
 bench: build
 	@$(BUILD)/bench/tallyview_bench $(BENCH_ARGS)
+
+screenshots: build
+	@scripts/screenshots.sh $(BUILD)
 
 format:
 	@git ls-files '*.cpp' '*.h' | xargs clang-format -i

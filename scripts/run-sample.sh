@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# Opens Tallyview on the bundled sample. The windows are not built yet, so for now this runs
-# the headless check on the sample transcription and prints its report.
+# Opens Tallyview on a freshly generated sample: a scanned births index page of 1911 (two
+# columns, mother's surname) and its transcription, ready to calibrate.
 set -euo pipefail
 build=${1:-build}
 cd "$(dirname "$0")/.."
-echo "Tallyview: checking the bundled sample transcription samples/1911B30123.QRL"
-echo "(the windowed program is not built yet; this is the report it would print)"
-status=0
-"$build/tallyview" --check --scan samples/1911B30123.jpg samples/1911B30123.QRL || status=$?
-echo "Exit status $status (0: no findings, 1: queries or warnings listed)"
+sample="$build/sample"
+"$build/tools/tallyview_samplegen" births1911 "$sample" > /dev/null
+echo "Tallyview: opening the sample scan $sample/1911B30456.jpg with its transcription."
+echo "Line the box up under the first entry of column 1 with the arrow keys and press ENTER."
+exec "$build/tallyview" "$sample/1911B30456.jpg" "$sample/1911B30456.QRL"

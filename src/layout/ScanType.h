@@ -29,6 +29,10 @@ struct ScanType {
     int16_t LongExtraLen = 99;
 
     bool DoublePage() const { return ScanTypeCode >= 40 && ScanTypeCode <= 42; }
+    // Columns across the whole scan: a single page of a double-page scan shows both pages.
+    int16_t ColumnsAcross() const {
+        return ScanTypeCode == 41 || ScanTypeCode == 42 ? To16(2 * NumColumns) : NumColumns;
+    }
 };
 
 // The three built-in tables, kept as their literal strings.

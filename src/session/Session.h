@@ -18,6 +18,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace tv {
 
@@ -60,6 +61,21 @@ struct CommandOutcome {
 
 using FileTime = std::filesystem::file_time_type;
 
+// The two files a session opens through the open-file dialog.
+enum class FileKind { Image, Transcription };
+
+// What the open-file dialog is asked: title, filters (description and patterns, in the desktop's
+// filter syntax, the first one selected) and the folder and file name it starts at.
+struct FileRequest {
+    std::string Title;
+    std::vector<std::string> Filters;
+    std::string Folder; // native path, with its trailing separator; "" for the dialog's own
+    std::string Name;
+};
+
+// "Version 1.0.0 / 21-Jun-2022": the program's version line on the start window.
+std::string VersionLine();
+
 class Session {
   public:
     explicit Session(Platform platform) : P(platform) {}
@@ -81,7 +97,6 @@ class Session {
     std::string StatsSummaryText;
     int16_t StatsOption = 0;
     bool DiagVisible = false;
-    bool FlagWarningShown = false; // the one-time flag warning of this scan
 
     // --- layout/CalibrateTextbox.cpp
     // Performs the next calibration stage: 0 -> 1 -> 2 -> ... -> NumColumns+1 -> 0.
@@ -125,6 +140,34 @@ class Session {
 
     // --- stats/SessionStats.cpp
     void UpdateStats();
+
+    // --- session/SessionFlow.cpp
+    // Resets the per-scan state: on the main window's first load and for every new scan.
+    void Form_Load2();
+    // What the open-file dialog starts at, from the scan history.
+    FileRequest ChooseFileRequest(FileKind kind) const;
+    // The scan image the user chose ("" when the choice was cancelled).
+    void ImageChosen(const std::string& path);
+    // The viewer's error code after loading GraphicsFile (0 when it loaded). False, after
+    // telling the user, when the scan cannot be shown: the program then ends.
+    bool ImageLoaded(int errorCode);
+    // Reads the chosen transcription ("" when the choice was cancelled). Returns its path, or
+    // "**QUIT**" when there is none, it cannot be opened or the user refused it.
+    std::string LoadTranscription(const std::string& path);
+    // Prepares the newly loaded pair of files for verifying and starts calibration; the main
+    // window is laid out before, so the view's size is known.
+    void InitialiseForm1();
+    // New Scan: refused, with a message, while calibrating.
+    bool NewScanAllowed();
+    // The scan moved under the box (the user scrolled, or the window changed size): the box
+    // keeps its place on the scan and the next key puts it back in view.
+    void ViewMoved();
+    // The user dropped the dragged box with its top left corner here on the form (twips).
+    void BoxDropped(int32_t formLeft, int32_t formTop);
+    // The ReCalibrate menu item: calibration again from its first stage, keeping the layout.
+    void MenuCalibrate_Click();
+    // The Show Repeated Surnames menu item: toggles its tick and shows the record again.
+    void MenuShowRptSurnames_Click();
 };
 
 // The modification time of a file, or nothing when it cannot be read.

@@ -1,0 +1,280 @@
+// The main window's construction, its buttons and the handlers that are neither keys nor menus.
+#include "session/Form1.h"
+
+#include "layout/ScanTypesForm.h"
+#include "view/ImageView.h"
+#include "view/KeyCodes.h"
+#include "view/RecordBoxWidget.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScreen>
+#include <QStatusBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace tv {
+
+namespace {
+
+// The main window leaves this share of the screen's free area around itself.
+constexpr int ScreenMarginDivisor = 40;
+constexpr float RotationStep = 0.4F;
+
+} // namespace
+
+Form1::Form1(Form1Services services, QWidget* parent)
+    : QMainWindow(parent), services_(std::move(services)), measure_(ScreenTwipsPerPixel()),
+      twipsPerPixel_(ScreenTwipsPerPixel()), scanTypes_(new ScanTypesForm(this)),
+      view_(new ImageView) {
+    setObjectName(QStringLiteral("Form1"));
+    prompts_.SetParent(this);
+    Prompts& ask = services_.Ask != nullptr ? *services_.Ask : prompts_;
+    ScanLayoutChooser& chooser =
+        services_.LayoutChooser != nullptr ? *services_.LayoutChooser : *scanTypes_;
+    session_ = std::make_unique<Session>(Platform{ask, measure_, *view_, chooser, clock_});
+    BuildWindow();
+    BuildMenus();
+    // Controls are named after their documented names, and announced by them.
+    for (QWidget* control : findChildren<QWidget*>())
+        if (control->accessibleName().isEmpty() && !control->objectName().startsWith("qt_"))
+            control->setAccessibleName(control->objectName());
+    connect(view_, &ImageView::scrolled, this, &Form1::ViewScrolled);
+    connect(view_, &ImageView::repainted, this, &Form1::ViewRepainted);
+    // The window previews every key before any of its controls (Form_KeyDown).
+    qApp->installEventFilter(this);
+    // The main window's load: the box colour and the menu ticks, then the per-scan reset.
+    session_->SetBoxColour(session_->Content.BoxColourIndex);
+    Form_Load2();
+}
+
+Form1::~Form1() = default;
+
+void Form1::BuildWindow() {
+    setWindowTitle(QString::fromLatin1(AppTitle));
+    auto* central = new QWidget(this);
+    central->setObjectName(QStringLiteral("Form1Client"));
+    setCentralWidget(central);
+    auto* layout = new QVBoxLayout(central);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    buttonBar_ = BuildButtonBar();
+    layout->addWidget(buttonBar_);
+    view_->setObjectName(QStringLiteral("ImageView"));
+    layout->addWidget(view_, 1);
+
+    rdFrame_ = new RecordBoxWidget(central);
+    connect(rdFrame_, &RecordBoxWidget::dropped, this, &Form1::BoxDropped);
+    connect(rdFrame_, &RecordBoxWidget::resized, this, &Form1::BoxResized);
+    footLabel_ = new QLabel(central);
+    footLabel_->setObjectName(QStringLiteral("FootLabel"));
+    footLabel_->setTextFormat(Qt::PlainText);
+    footLabel_->setAutoFillBackground(true);
+    // The hidden key catcher: it holds the focus so that no visible control keeps the caret.
+    dummyBox_ = new QLineEdit(central);
+    dummyBox_->setObjectName(QStringLiteral("DummyBox"));
+    dummyBox_->setGeometry(0, 0, 0, 0);
+    // The buttons stay above a box that the user scrolled out of the view.
+    buttonBar_->raise();
+
+    versionLine_ = new QLabel(this);
+    versionLine_->setObjectName(QStringLiteral("VersionLine"));
+    statusBar()->addPermanentWidget(versionLine_);
+}
+
+QToolButton* Form1::Button(const QString& name, const QString& caption, const QString& tip,
+                           const std::function<void()>& operation) {
+    auto* button = new QToolButton;
+    button->setText(caption);
+    button->setObjectName(name);
+    button->setToolTip(tip);
+    // A click never takes the focus from the key catcher.
+    button->setFocusPolicy(Qt::NoFocus);
+    connect(button, &QToolButton::clicked, this, [this, operation] { Do(operation); });
+    return button;
+}
+
+QWidget* Form1::BuildButtonBar() {
+    auto* bar = new QWidget;
+    bar->setObjectName(QStringLiteral("ButtonBar"));
+    bar->setAutoFillBackground(true);
+    auto* row = new QHBoxLayout(bar);
+    row->setContentsMargins(4, 2, 4, 2);
+    Session& s = *session_;
+    row->addWidget(Button("PrevRec", "Previous", "Previous record (Backspace or O)",
+                          [this] { Outcome(session_->Form_KeyDown(KeyBackspace, false, false)); }));
+    row->addWidget(Button("NextRec", "Next", "Next record (Enter or L)",
+                          [this] { Outcome(session_->Form_KeyDown(KeyEnter, false, false)); }));
+    row->addWidget(Button("ZoomIn", "Zoom In", "Zoom in (F11)", [&s] { s.Zoom(+1.0F); }));
+    row->addWidget(Button("ZoomOut", "Zoom Out", "Zoom out (F12)", [&s] { s.Zoom(-1.0F); }));
+    row->addWidget(Button("RotateLeft", QString(QChar(0x21BA)),
+                          "Rotate left: turn the scan anticlockwise",
+                          [&s] { s.Rotate(+RotationStep); }));
+    row->addWidget(Button("RotateRight", QString(QChar(0x21BB)),
+                          "Rotate right: turn the scan clockwise",
+                          [&s] { s.Rotate(-RotationStep); }));
+    showStats_ = Button("ShowStats", "Statistics", "Show the statistics screen",
+                        [this] { emit ShowStatistics(false); });
+    row->addWidget(showStats_);
+    row->addSpacing(8);
+    row->addWidget(new QLabel(QStringLiteral("Column:")));
+    for (int16_t c = 1; c <= 6; ++c) {
+        QToolButton* top =
+            Button("TopCol" + QString::number(c), QString::number(c),
+                   "Go to the top of column " + QString::number(c), [&s, c] { s.TopCol_Click(c); });
+        topCol_.at(static_cast<std::size_t>(c - 1)) = top;
+        row->addWidget(top);
+    }
+    row->addSpacing(8);
+    adjCols_ = BuildAdjCols();
+    row->addWidget(adjCols_);
+    row->addStretch();
+    row->addWidget(Button("ExitButton", "Exit", "Close Tallyview", [this] { close(); }));
+    // A narrow screen squeezes the buttons rather than making the window wider than the screen.
+    bar->setMinimumWidth(1);
+    return bar;
+}
+
+QFrame* Form1::BuildAdjCols() {
+    auto* frame = new QFrame;
+    frame->setObjectName(QStringLiteral("AdjCols"));
+    frame->setFrameShape(QFrame::StyledPanel);
+    auto* row = new QHBoxLayout(frame);
+    row->setContentsMargins(4, 0, 4, 0);
+    Session& s = *session_;
+    const char* texts[] = {"3rd field", "District"};
+    const char* keys[] = {"A", "S"};
+    for (int16_t part = 0; part < 2; ++part) {
+        auto* text = new QLabel(QString::fromLatin1(texts[part]));
+        text->setObjectName("AdjColText" + QString::number(part));
+        row->addWidget(text);
+        const int16_t narrow = 2 * part;
+        const int16_t widen = narrow + 1;
+        const QString key = QString::fromLatin1(keys[part]);
+        adjCol_.at(static_cast<std::size_t>(narrow)) = Button(
+            "AdjCol" + QString::number(narrow), QString(QChar(0x25C2)),
+            "Move to the left (SHIFT+" + key + ")", [&s, narrow] { s.AdjCol_Click(narrow); });
+        adjCol_.at(static_cast<std::size_t>(widen)) =
+            Button("AdjCol" + QString::number(widen), QString(QChar(0x25B8)),
+                   "Move to the right (" + key + ")", [&s, widen] { s.AdjCol_Click(widen); });
+        row->addWidget(adjCol_.at(static_cast<std::size_t>(narrow)));
+        row->addWidget(adjCol_.at(static_cast<std::size_t>(widen)));
+    }
+    return frame;
+}
+
+void Form1::Do(const std::function<void()>& operation) {
+    operation();
+    Sync();
+}
+
+void Form1::Outcome(const CommandOutcome& outcome) {
+    if (outcome.StatisticsChanged) emit StatisticsChanged();
+    if (outcome.ShowStatistics) emit ShowStatistics(false);
+    if (outcome.OpenHelp) emit OpenHelp();
+    if (outcome.ExitProgram) close();
+}
+
+void Form1::Form_Load2() {
+    session_->Form_Load2();
+    boxShown_ = false;
+    Sync();
+}
+
+void Form1::SetVersionLine(const QString& text) {
+    versionLine_->setText(text);
+}
+
+// Most of the screen's free area, whatever its size.
+void Form1::PlaceOnScreen() {
+    const QRect free = screen()->availableGeometry();
+    const int dx = free.width() / ScreenMarginDivisor;
+    const int dy = free.height() / ScreenMarginDivisor;
+    setGeometry(free.adjusted(dx, dy, -dx, -dy));
+}
+
+void Form1::InitialiseForm1() {
+    PlaceOnScreen();
+    show();
+    // The view's size decides the box's width, so the layout must stand before the session
+    // looks at it.
+    layout()->activate();
+    centralWidget()->layout()->activate();
+    ApplyImageOptions();
+    session_->InitialiseForm1();
+    boxShown_ = true;
+    Sync();
+}
+
+void Form1::StartVerifying() {
+    show();
+    raise();
+    activateWindow();
+    dummyBox_->setFocus();
+}
+
+void Form1::StatisticsOnly() {
+    session_->UpdateStats();
+    session_->StatsOption = 0;
+    emit ShowStatistics(true);
+}
+
+void Form1::MenuNewScan_Click() {
+    if (!session_->NewScanAllowed()) return;
+    boxShown_ = false;
+    Sync();
+    emit NewScanRequested();
+}
+
+void Form1::closeEvent(QCloseEvent* event) {
+    event->accept();
+    if (ended_) return;
+    ended_ = true;
+    emit Closing();
+}
+
+void Form1::BoxDropped(QPoint topLeft) {
+    const QPoint onForm = centralWidget()->mapTo(this, topLeft);
+    Do([&] {
+        session_->BoxDropped(CLng(onForm.x() * twipsPerPixel_), CLng(onForm.y() * twipsPerPixel_));
+    });
+}
+
+void Form1::BoxResized(int width) {
+    Do([&] { session_->SetBoxWidth(CLng(width * twipsPerPixel_)); });
+}
+
+void Form1::ViewScrolled() {
+    if (!boxShown_) return;
+    session_->ViewMoved();
+    SyncBox();
+}
+
+void Form1::ViewGeometryChanged() {
+    if (!boxShown_ || placementQueued_) return;
+    placementQueued_ = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            placementQueued_ = false;
+            Do([this] { session_->EnsureFrameVisible(); });
+        },
+        Qt::QueuedConnection);
+}
+
+// The change watch runs on every repaint of the scan; only when it added its notice is the box
+// laid out again (one more line of notes) and drawn.
+void Form1::ViewRepainted() {
+    if (!boxShown_) return;
+    const std::string before = session_->Content.NotesText;
+    session_->ChangeWatch(ModificationTime(session_->TranscriptionFile));
+    if (session_->Content.NotesText != before) {
+        session_->ResizeFrame();
+        SyncBox();
+    }
+}
+
+} // namespace tv

@@ -1,0 +1,175 @@
+#pragma once
+// The main verification window (Form1): the scan view, the box over it, the buttons and the
+// menus. It holds the one session, draws its state and turns every key, click and drag into a
+// session call; after each call it brings the box, the labels, the enabled states and the
+// caption up to date from the session.
+//
+// Hooks for the forms that connect to it (the app's wiring):
+// - ShowStatistics(statisticsOnly): the statistics screen is wanted. True on the statistics-only
+//   path (step 2 without a scan; the statistics are up to date and option 0 is selected): the
+//   screen captions its close button "Exit", disables its option 3 and ends the program when
+//   closed. False from the ShowStats button and the MenuShowStats item.
+// - StatisticsChanged(): the statistics were recomputed (flag, reload): rebuild the open screen.
+// - OpenHelp(): F1 and the commands help menu item; OpenAbout(): the About menu item.
+// - NewScanRequested(): New Scan was allowed: save the settings, show the start window and call
+//   its NewScan with this window.
+// - Closing(): the window is closing: save the settings, close the start window, the statistics
+//   screen, the About box and the help form, and end the program.
+// - Synced(): the window was brought up to date with the session after a command; the
+//   diagnostics panel refreshes from here while Session::DiagVisible is set (ALT+D).
+#include "core/Clock.h"
+#include "core/QtPlatform.h"
+#include "session/Session.h"
+
+#include <QMainWindow>
+
+#include <array>
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+class QAction;
+class QFrame;
+class QLabel;
+class QLineEdit;
+class QMenu;
+class QToolButton;
+
+namespace tv {
+
+class ImageView;
+class RecordBoxWidget;
+class ScanTypesForm;
+
+// The open-file dialog: the path chosen, "" when the choice was cancelled.
+using FileChooser = std::function<std::string(FileKind kind, const FileRequest& request)>;
+
+// The open-file dialog itself: existing files only, starting where the request says.
+std::string OpenFileDialog(const FileRequest& request);
+
+// Services Form1 can be given in place of its own; tests script them.
+struct Form1Services {
+    Prompts* Ask = nullptr;                     // nullptr: modal message boxes
+    ScanLayoutChooser* LayoutChooser = nullptr; // nullptr: the ScanTypes form
+    FileChooser ChooseFile;                     // empty: the open-file dialog
+};
+
+class Form1 : public QMainWindow {
+    Q_OBJECT
+
+  public:
+    explicit Form1(Form1Services services = {}, QWidget* parent = nullptr);
+    ~Form1() override;
+
+    Session& Model() { return *session_; }
+    ImageView& View() { return *view_; }
+    ScanTypesForm& ScanTypes() { return *scanTypes_; }
+    RecordBoxWidget& RdFrame() { return *rdFrame_; }
+
+    // What the start window asks of the main window.
+    void Form_Load2();
+    void SetVersionLine(const QString& text);
+    // "J": choose and load the scan image, returning its path ("" when none); anything else:
+    // choose and read the transcription, returning its path or "**QUIT**".
+    std::string LoadFiles(const std::string& kind);
+    void InitialiseForm1();
+    // Step 4: the user starts verifying on this window.
+    void StartVerifying();
+    // Step 2 without a scan: the statistics are brought up to date and shown, with no scan.
+    void StatisticsOnly();
+    // The window was closed: the program is ending.
+    bool Ended() const { return ended_; }
+
+    // The one key-down handler: every key pressed on this window comes here and is consumed.
+    void Form_KeyDown(int keyCode, bool shift, bool alt);
+
+  signals:
+    void ShowStatistics(bool statisticsOnly);
+    void StatisticsChanged();
+    void OpenHelp();
+    void OpenAbout();
+    void NewScanRequested();
+    void Closing();
+    void Synced();
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    // Form1.cpp
+    void BuildWindow();
+    QWidget* BuildButtonBar();
+    QFrame* BuildAdjCols();
+    QToolButton* Button(const QString& name, const QString& caption, const QString& tip,
+                        const std::function<void()>& operation);
+    void PlaceOnScreen();
+    // Runs a session operation for a button or menu item, then brings the window up to date.
+    void Do(const std::function<void()>& operation);
+    void Outcome(const CommandOutcome& outcome);
+    void MenuNewScan_Click();
+    void BoxDropped(QPoint topLeft);
+    void BoxResized(int width);
+    void ViewScrolled();
+    // The view moved or changed size on the window: the box is placed again once the layout
+    // has settled.
+    void ViewGeometryChanged();
+    void ViewRepainted();
+
+    // Form1Menus.cpp
+    void BuildMenus();
+    QAction* MenuItem(QMenu* menu, const QString& name, const QString& caption,
+                      const std::function<void()>& operation, bool checkable = false);
+    void BuildImageMenu();
+    void BuildBoxColourMenu();
+    void ImageOption(bool Preferences::*option);
+    void MenuAboutImage_Click();
+    void SyncMenuTicks();
+
+    // Form1Files.cpp
+    std::string ChooseFile(FileKind kind);
+    std::string LoadImageFile();
+    // The menu ticks' image options onto the view.
+    void ApplyImageOptions();
+
+    // Form1Sync.cpp
+    void Sync();
+    void SyncBox();
+    void SyncCommands();
+    int Pixels(int32_t twips) const;
+
+    Form1Services services_;
+    QtPrompts prompts_;
+    QtTextMeasure measure_;
+    SystemClock clock_;
+    double twipsPerPixel_;
+    ScanTypesForm* scanTypes_;
+    ImageView* view_;
+    std::unique_ptr<Session> session_;
+
+    RecordBoxWidget* rdFrame_ = nullptr;
+    QLabel* footLabel_ = nullptr;
+    QLineEdit* dummyBox_ = nullptr;
+    QWidget* buttonBar_ = nullptr;
+    QFrame* adjCols_ = nullptr;
+    QLabel* versionLine_ = nullptr;
+    QToolButton* showStats_ = nullptr;
+    std::array<QToolButton*, 6> topCol_{}; // TopCol 1..6
+    std::array<QToolButton*, 4> adjCol_{}; // AdjCol 0..3
+    QAction* menuShowStats_ = nullptr;
+    QAction* menuShowRptSurnames_ = nullptr;
+    QAction* menuCalibrate_ = nullptr;
+    std::vector<std::pair<QAction*, bool Preferences::*>> imageTicks_;
+    std::vector<QAction*> boxColours_;
+
+    bool boxShown_ = false;
+    bool placementQueued_ = false;
+    bool ended_ = false;
+    // The view's own state of the two effects that toggle.
+    bool viewNegative_ = false;
+    bool viewMirror_ = false;
+};
+
+} // namespace tv
