@@ -88,12 +88,6 @@ LineSpacing SpacingForPlacing(const Session& s, const ViewMetrics& view) {
     return EstimatedSpacing(s, view);
 }
 
-// Columns across the whole scan: a single page of a double-page scan shows both pages.
-int ColumnsAcross(const ScanType& scan) {
-    return scan.ScanTypeCode == 41 || scan.ScanTypeCode == 42 ? 2 * scan.NumColumns
-                                                              : scan.NumColumns;
-}
-
 // The start of calibration: the first entry of the scan, at the first entry line of the page.
 void PlaceAtFirstEntry(Session& s, const ViewMetrics& view) {
     const int16_t line =
@@ -123,7 +117,7 @@ void PlaceAtEstimatedColumnTop(Session& s, int column, const ViewMetrics& view) 
     s.Table.CurrentLine = ExpectedColumnTopLine(s, before);
     const double pitch = before >= 2 ? static_cast<double>(s.Calib.ColumnTopX[before]) -
                                            s.Calib.ColumnTopX[before - 1]
-                                     : view.DisplayedWidth() / ColumnsAcross(s.Scan);
+                                     : view.DisplayedWidth() / s.Scan.ColumnsAcross();
     s.Box.LinesFromTop = 0;
     s.Box.BoxTop = s.Calib.ColumnTopY[before];
     s.Box.BoxLeft = CLng(s.Calib.ColumnTopX[before] + pitch);
