@@ -1,7 +1,9 @@
 #include "app/CheckCommand.h"
 
 #include "core/Clock.h"
+#include "core/QtPlatform.h"
 #include "core/Text.h"
+#include "stats/Form3Print.h"
 #include "stats/Statistics.h"
 #include "transcription/ReadTranscription.h"
 #include "transcription/ScanMatch.h"
@@ -36,8 +38,9 @@ class TerminalPrompts : public Prompts {
     bool answerYes_;
 };
 
+// The report of one file on out; its lines are added to printed for the PDF file.
 int CheckOneFile(const CheckOptions& options, const std::string& file, std::ostream& out,
-                 std::ostream& err) {
+                 std::ostream& err, std::vector<ReportLine>& printed) {
     TerminalPrompts prompts(err, options.AnswerYes);
     RecordTable table;
     ScanType scan;
@@ -64,8 +67,10 @@ int CheckOneFile(const CheckOptions& options, const std::string& file, std::ostr
     CheckIterator iterator;
     std::string description = ScanDescription(table);
     for (const ReportLine& line :
-         ReportLines(options.AllRecords, description, iterator, inputs, SystemClock().Now()))
+         ReportLines(options.AllRecords, description, iterator, inputs, SystemClock().Now())) {
         out << Cp1252ToUtf8(line.Text) << '\n';
+        printed.push_back(line);
+    }
     return ReportHasFindings(iterator, inputs) ? CheckFindings : CheckClean;
 }
 
@@ -82,7 +87,7 @@ bool ParseCheckArguments(const std::vector<std::string>& args, CheckOptions& opt
             filesOnly = true;
         } else if (a == "--all-records") {
             options.AllRecords = true;
-        } else if (a == "--scan" || a == "--answer") {
+        } else if (a == "--scan" || a == "--answer" || a == "--print-to") {
             if (i + 1 >= args.size()) {
                 error = a + " needs a value";
                 return false;
@@ -90,6 +95,8 @@ bool ParseCheckArguments(const std::vector<std::string>& args, CheckOptions& opt
             const std::string& value = args[++i];
             if (a == "--scan") {
                 options.Scan = value;
+            } else if (a == "--print-to") {
+                options.PrintTo = value;
             } else if (value == "yes" || value == "no") {
                 options.AnswerYes = value == "yes";
             } else {
@@ -110,9 +117,16 @@ bool ParseCheckArguments(const std::vector<std::string>& args, CheckOptions& opt
 
 int RunCheck(const CheckOptions& options, std::ostream& out, std::ostream& err) {
     int status = CheckClean;
+    std::vector<ReportLine> printed;
     for (const std::string& file : options.Files) {
-        status = std::max(status, CheckOneFile(options, file, out, err));
+        status = std::max(status, CheckOneFile(options, file, out, err, printed));
         out.flush();
+    }
+    // No report, no file: every file was refused or could not be read.
+    if (options.PrintTo.empty() || printed.empty()) return status;
+    if (!PrintReportToPdf(printed, PathToQString(options.PrintTo))) {
+        err << "tallyview: cannot write the report to " << options.PrintTo << '\n';
+        status = std::max<int>(status, CheckUnreadable);
     }
     return status;
 }

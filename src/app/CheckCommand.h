@@ -1,6 +1,6 @@
 #pragma once
 // The headless check command: reads transcriptions as step 2 of the start window does and
-// writes the printed report to standard output.
+// writes the printed report to standard output and, when asked, to a PDF file.
 #include <ostream>
 #include <string>
 #include <vector>
@@ -11,6 +11,7 @@ struct CheckOptions {
     std::string Scan; // the scan image's name; "" when not given
     bool AllRecords = false;
     bool AnswerYes = true;
+    std::string PrintTo; // a PDF file that receives the same report; "" for none
     std::vector<std::string> Files;
 };
 
@@ -26,10 +27,13 @@ enum CheckStatus : int {
 bool ParseCheckArguments(const std::vector<std::string>& args, CheckOptions& options,
                          std::string& error);
 
-// Checks every file in turn; returns the highest status of all files.
+// Checks every file in turn; returns the highest status of all files. With PrintTo, the reports
+// of all the files go to that PDF file too, one after another (a QGuiApplication must exist);
+// a PDF that cannot be written is told on err and gives CheckUnreadable.
 int RunCheck(const CheckOptions& options, std::ostream& out, std::ostream& err);
 
 inline constexpr const char* CheckUsageText =
-    "Usage: tallyview --check [--scan IMAGE] [--all-records] [--answer yes|no] FILE...\n";
+    "Usage: tallyview --check [--scan IMAGE] [--all-records] [--answer yes|no] "
+    "[--print-to FILE.pdf] FILE...\n";
 
 } // namespace tv

@@ -1,15 +1,26 @@
 #include "app/DesktopApp.h"
 
 #include "app/QtApplication.h"
+#include "help/HelpForm.h"
+#include "stats/Form3.h"
 
 #include <QTimer>
 
 namespace tv {
 
-DesktopForms::DesktopForms(std::string scan, std::string transcription)
-    : scan_(std::move(scan)), transcription_(std::move(transcription)) {}
+DesktopForms::DesktopForms(std::string scan, std::string transcription, DesktopServices services)
+    : scan_(std::move(scan)), transcription_(std::move(transcription)),
+      services_(std::move(services)) {
+    const QString path =
+        services_.SettingsPath.isEmpty() ? DefaultSettingsPath() : services_.SettingsPath;
+    store_ = std::make_unique<QtSettingsStore>(Ask(), path);
+}
 
 DesktopForms::~DesktopForms() = default;
+
+Prompts& DesktopForms::Ask() {
+    return services_.Main.Ask != nullptr ? *services_.Main.Ask : prompts_;
+}
 
 void DesktopForms::Start() {
     ShowStartForm();
@@ -20,38 +31,65 @@ void DesktopForms::Start() {
 
 Form1* DesktopForms::MainForm() {
     if (main_) return main_.get();
-    Form1Services services;
+    Form1Services services = services_.Main;
+    services.Settings = store_.get();
     services.ChooseFile = [this](FileKind kind, const FileRequest& request) {
         return ChooseFile(kind, request);
     };
     main_ = std::make_unique<Form1>(services);
-    connect(main_.get(), &Form1::NewScanRequested, this, &DesktopForms::NewScan);
-    connect(main_.get(), &Form1::Closing, this, &DesktopForms::MainFormClosing);
-    return main_.get();
+    Form1* main = main_.get();
+    connect(main, &Form1::NewScanRequested, this, &DesktopForms::NewScan);
+    connect(main, &Form1::Closing, this, &DesktopForms::MainFormClosing);
+    connect(main, &Form1::ShowStatistics, this, &DesktopForms::ShowStats);
+    connect(main, &Form1::StatisticsChanged, this, &DesktopForms::StatisticsChanged);
+    connect(main, &Form1::OpenHelp, this, &DesktopForms::OpenHelp);
+    connect(main, &Form1::OpenAbout, this, &DesktopForms::OpenAbout);
+    return main;
 }
 
 void DesktopForms::ShowStartForm() {
     // A start window from an earlier scan may still be on the call stack of its own close.
     if (start_) start_.release()->deleteLater();
-    start_ = std::make_unique<StartForm>([this] { return MainForm(); }, false);
+    start_ = std::make_unique<StartForm>([this] { return MainForm(); }, ReadSkipSteps(*store_));
+    start_->SkipStepsChanged = [this](bool ticked) { WriteSkipSteps(*store_, ticked); };
+    // A push button, not a tick box: nothing is left ticked to clear again afterwards.
+    start_->RestoreDefaultsClicked = [this] { RestoreDefaults(*store_); };
+    connect(start_.get(), &StartForm::Quitting, this, &DesktopForms::CloseOthers);
     start_->show();
 }
 
+void DesktopForms::SaveDefaults() {
+    if (main_) main_->Model().SaveDefaults(*store_, main_->WindowState());
+}
+
 void DesktopForms::NewScan() {
+    SaveDefaults();
     ShowStartForm();
     start_->NewScan(main_.get());
 }
 
 void DesktopForms::MainFormClosing() {
+    SaveDefaults();
     if (start_) start_->CloseForGood();
+    CloseOthers();
     QCoreApplication::quit();
+}
+
+void DesktopForms::CloseOthers() {
+    if (form3_ != nullptr) {
+        // "Die": the screen closes with the program and does not run its close action again.
+        form3_->SetCommandCaption("Die");
+        form3_->close();
+    }
+    if (help_ != nullptr) help_->hide();
 }
 
 // The command line's files stand in for the dialog once each; later scans use the dialog.
 std::string DesktopForms::ChooseFile(FileKind kind, const FileRequest& request) {
     std::string& given = kind == FileKind::Image ? scan_ : transcription_;
-    if (given.empty()) return OpenFileDialog(request);
-    return std::exchange(given, "");
+    if (!given.empty()) return std::exchange(given, "");
+    const FileChooser& chooser = services_.Main.ChooseFile;
+    return chooser ? chooser(kind, request) : OpenFileDialog(request);
 }
 
 int RunDesktop(int argc, char** argv, const std::string& scan, const std::string& transcription) {

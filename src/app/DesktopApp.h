@@ -1,22 +1,36 @@
 #pragma once
-// The windowed program: the start window and the main window, wired to each other.
+// The windowed program: the start window, the main window, the statistics screen, the help form
+// and the About box, wired to each other and to the one settings store of the run.
 #include "session/Form1.h"
+#include "session/QtSettingsStore.h"
 #include "session/StartForm.h"
 
 #include <QObject>
+#include <QString>
 
 #include <memory>
 #include <string>
 
 namespace tv {
 
-// The forms of one run, each created on first use. The statistics screen, the help form and
-// the About box connect to the main window's hooks (see Form1.h) and the start window's.
+class Form3;
+class HelpForm;
+
+// What the windowed program is given; tests give their own.
+struct DesktopServices {
+    // The settings file; "" for the user's own (DefaultSettingsPath).
+    QString SettingsPath;
+    // The main window's prompts, layout chooser and file dialog; the real ones where empty.
+    Form1Services Main;
+};
+
+// The forms of one run, each created on first use; the statistics screen and the help form
+// belong to the main window.
 class DesktopForms : public QObject {
   public:
     // Files named on the command line ("" for none): both given, the four steps run with them
     // instead of the dialogs, as if SkipSteps were ticked.
-    DesktopForms(std::string scan, std::string transcription);
+    DesktopForms(std::string scan, std::string transcription, DesktopServices services = {});
     ~DesktopForms() override;
 
     // Shows the start window; with the two files it runs the steps once the event loop runs.
@@ -24,17 +38,37 @@ class DesktopForms : public QObject {
 
     Form1* MainForm();
     StartForm* StartWindow() { return start_.get(); }
+    Form3& Statistics();
+    HelpForm& Help();
+    QtSettingsStore& Settings() { return *store_; }
 
   private:
+    Prompts& Ask();
     void ShowStartForm();
     void NewScan();
     void MainFormClosing();
+    // Quitting or ending: the statistics screen and the help form close with the program.
+    void CloseOthers();
+    void SaveDefaults();
     std::string ChooseFile(FileKind kind, const FileRequest& request);
+
+    // DesktopStatistics.cpp
+    void ShowStats(bool statisticsOnly);
+    void StatisticsChanged();
+    void SelectOption(int option);
+    void RefreshStats();
+    void OpenHelp();
+    void OpenAbout();
 
     std::string scan_;
     std::string transcription_;
+    DesktopServices services_;
+    QtPrompts prompts_;
+    std::unique_ptr<QtSettingsStore> store_;
     std::unique_ptr<Form1> main_;
     std::unique_ptr<StartForm> start_;
+    Form3* form3_ = nullptr; // children of the main window
+    HelpForm* help_ = nullptr;
 };
 
 // Runs the windowed program until its last window closes; returns the exit status.

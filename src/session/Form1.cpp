@@ -44,10 +44,15 @@ Form1::Form1(Form1Services services, QWidget* parent)
             control->setAccessibleName(control->objectName());
     connect(view_, &ImageView::scrolled, this, &Form1::ViewScrolled);
     connect(view_, &ImageView::repainted, this, &Form1::ViewRepainted);
+    connect(this, &Form1::Synced, this, &Form1::DiagBoxRefresh);
     // The window previews every key before any of its controls (Form_KeyDown).
     qApp->installEventFilter(this);
-    // The main window's load: the box colour and the menu ticks, then the per-scan reset.
-    session_->SetBoxColour(session_->Content.BoxColourIndex);
+    // The main window's load: the settings (box colour, menu ticks, place), then the per-scan
+    // reset.
+    if (services_.Settings != nullptr)
+        LoadSettings(*services_.Settings);
+    else
+        session_->SetBoxColour(session_->Content.BoxColourIndex);
     Form_Load2();
 }
 
@@ -77,6 +82,7 @@ void Form1::BuildWindow() {
     dummyBox_ = new QLineEdit(central);
     dummyBox_->setObjectName(QStringLiteral("DummyBox"));
     dummyBox_->setGeometry(0, 0, 0, 0);
+    diagFrame_ = BuildDiagFrame(central);
     // The buttons stay above a box that the user scrolled out of the view.
     buttonBar_->raise();
 
@@ -105,9 +111,9 @@ QWidget* Form1::BuildButtonBar() {
     row->setContentsMargins(4, 2, 4, 2);
     Session& s = *session_;
     row->addWidget(Button("PrevRec", "Previous", "Previous record (Backspace or O)",
-                          [this] { Outcome(session_->Form_KeyDown(KeyBackspace, false, false)); }));
+                          [this] { Outcome(KeyOutcome(KeyBackspace, false, false)); }));
     row->addWidget(Button("NextRec", "Next", "Next record (Enter or L)",
-                          [this] { Outcome(session_->Form_KeyDown(KeyEnter, false, false)); }));
+                          [this] { Outcome(KeyOutcome(KeyEnter, false, false)); }));
     row->addWidget(Button("ZoomIn", "Zoom In", "Zoom in (F11)", [&s] { s.Zoom(+1.0F); }));
     row->addWidget(Button("ZoomOut", "Zoom Out", "Zoom out (F12)", [&s] { s.Zoom(-1.0F); }));
     row->addWidget(Button("RotateLeft", QString(QChar(0x21BA)),
@@ -171,6 +177,14 @@ void Form1::Do(const std::function<void()>& operation) {
     Sync();
 }
 
+CommandOutcome Form1::KeyOutcome(int keyCode, bool shift, bool alt) {
+    const bool calibrating = session_->Calib.CalibrationStage > 0;
+    CommandOutcome outcome = session_->Form_KeyDown(keyCode, shift, alt);
+    // The end of a calibration brought the statistics up to date (UpdateStats).
+    if (calibrating && session_->Calib.CalibrationStage == 0) outcome.StatisticsChanged = true;
+    return outcome;
+}
+
 void Form1::Outcome(const CommandOutcome& outcome) {
     if (outcome.StatisticsChanged) emit StatisticsChanged();
     if (outcome.ShowStatistics) emit ShowStatistics(false);
@@ -197,7 +211,7 @@ void Form1::PlaceOnScreen() {
 }
 
 void Form1::InitialiseForm1() {
-    PlaceOnScreen();
+    if (!placedFromSettings_) PlaceOnScreen();
     show();
     // The view's size decides the box's width, so the layout must stand before the session
     // looks at it.
@@ -207,10 +221,19 @@ void Form1::InitialiseForm1() {
     session_->InitialiseForm1();
     boxShown_ = true;
     Sync();
+    // A remembered calibration needs none: the statistics are up to date already.
+    if (session_->Calib.CalibrationStage == 0) emit StatisticsChanged();
 }
 
 void Form1::StartVerifying() {
     show();
+    raise();
+    activateWindow();
+    dummyBox_->setFocus();
+}
+
+void Form1::FocusRecordBox() {
+    if (!isVisible()) return;
     raise();
     activateWindow();
     dummyBox_->setFocus();
@@ -251,6 +274,7 @@ void Form1::ViewScrolled() {
     if (!boxShown_) return;
     session_->ViewMoved();
     SyncBox();
+    DiagBoxRefresh();
 }
 
 void Form1::ViewGeometryChanged() {

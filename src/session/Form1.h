@@ -16,7 +16,11 @@
 // - Closing(): the window is closing: save the settings, close the start window, the statistics
 //   screen, the About box and the help form, and end the program.
 // - Synced(): the window was brought up to date with the session after a command; the
-//   diagnostics panel refreshes from here while Session::DiagVisible is set (ALT+D).
+//   diagnostics panel (DiagFrame, ALT+D) refreshes from here while Session::DiagVisible is set.
+//
+// Given a settings store, the window's load reads the settings (GetDefaults) and takes its box
+// colour, menu ticks, size and place from them; the wiring saves them (Session::SaveDefaults
+// with WindowState()).
 #include "core/Clock.h"
 #include "core/QtPlatform.h"
 #include "session/Session.h"
@@ -54,6 +58,7 @@ struct Form1Services {
     Prompts* Ask = nullptr;                     // nullptr: modal message boxes
     ScanLayoutChooser* LayoutChooser = nullptr; // nullptr: the ScanTypes form
     FileChooser ChooseFile;                     // empty: the open-file dialog
+    SettingsStore* Settings = nullptr;          // nullptr: no settings are read
 };
 
 class Form1 : public QMainWindow {
@@ -81,6 +86,10 @@ class Form1 : public QMainWindow {
     void StatisticsOnly();
     // The window was closed: the program is ending.
     bool Ended() const { return ended_; }
+    // The window's place on the screen and its version line, as the settings keep them.
+    MainWindowState WindowState() const;
+    // The user comes back from another form: the keys go to the record box again.
+    void FocusRecordBox();
 
     // The one key-down handler: every key pressed on this window comes here and is consumed.
     void Form_KeyDown(int keyCode, bool shift, bool alt);
@@ -108,6 +117,8 @@ class Form1 : public QMainWindow {
     void PlaceOnScreen();
     // Runs a session operation for a button or menu item, then brings the window up to date.
     void Do(const std::function<void()>& operation);
+    // A key for the session; the outcome also tells when it completed a calibration.
+    CommandOutcome KeyOutcome(int keyCode, bool shift, bool alt);
     void Outcome(const CommandOutcome& outcome);
     void MenuNewScan_Click();
     void BoxDropped(QPoint topLeft);
@@ -134,6 +145,13 @@ class Form1 : public QMainWindow {
     // The menu ticks' image options onto the view.
     void ApplyImageOptions();
 
+    // Form1Settings.cpp
+    void LoadSettings(SettingsStore& store);
+    ScreenSize ScreenTwips() const;
+    int32_t Twips(int pixels) const;
+    QFrame* BuildDiagFrame(QWidget* parent);
+    void DiagBoxRefresh();
+
     // Form1Sync.cpp
     void Sync();
     void SyncBox();
@@ -156,6 +174,8 @@ class Form1 : public QMainWindow {
     QFrame* adjCols_ = nullptr;
     QLabel* versionLine_ = nullptr;
     QToolButton* showStats_ = nullptr;
+    QFrame* diagFrame_ = nullptr;
+    QLabel* diagBox_ = nullptr;
     std::array<QToolButton*, 6> topCol_{}; // TopCol 1..6
     std::array<QToolButton*, 4> adjCol_{}; // AdjCol 0..3
     QAction* menuShowStats_ = nullptr;
@@ -165,6 +185,7 @@ class Form1 : public QMainWindow {
     std::vector<QAction*> boxColours_;
 
     bool boxShown_ = false;
+    bool placedFromSettings_ = false;
     bool placementQueued_ = false;
     bool ended_ = false;
     // The view's own state of the two effects that toggle.

@@ -87,7 +87,7 @@ bool Form1::eventFilter(QObject* watched, QEvent* event) {
 
 void Form1::Form_KeyDown(int keyCode, bool shift, bool alt) {
     dummyBox_->setFocus();
-    Outcome(session_->Form_KeyDown(keyCode, shift, alt));
+    Outcome(KeyOutcome(keyCode, shift, alt));
     Sync();
 }
 

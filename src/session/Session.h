@@ -9,7 +9,9 @@
 #include "layout/ScanLayoutOptions.h"
 #include "layout/ScanType.h"
 #include "session/ScanHistory.h"
+#include "session/Settings.h"
 #include "stats/Checks.h"
+#include "stats/Statistics.h"
 #include "transcription/RecordTable.h"
 #include "view/RecordBox.h"
 #include "view/ScanViewPort.h"
@@ -71,6 +73,12 @@ struct FileRequest {
     std::vector<std::string> Filters;
     std::string Folder; // native path, with its trailing separator; "" for the dialog's own
     std::string Name;
+};
+
+// The main window as the settings keep it.
+struct MainWindowState {
+    TwipsRect Form;           // its place and size on the screen
+    std::string VersionLabel; // the version line it shows: "Version " and the version text
 };
 
 // "Version 1.0.0 / 21-Jun-2022": the program's version line on the start window.
@@ -141,6 +149,22 @@ class Session {
     // --- stats/SessionStats.cpp
     void UpdateStats();
 
+    // --- stats/StatsTabs.cpp
+    // The list of StatsOption (RefreshTabs). The History list saves the settings first unless
+    // the current scan is already entry 1, so that it includes the scan being verified.
+    std::string RefreshTabs(SettingsStore& store, const MainWindowState& window);
+    // The printed report; allRecords is the answer Yes to printing all the records.
+    std::vector<ReportLine> Report(bool allRecords);
+
+    // --- session/SessionSettings.cpp
+    // What the main window's load takes from the settings: the box colour and two menu ticks.
+    void ApplySettings(const GlobalSettings& global);
+    // What SaveDefaults keeps of this session at this moment.
+    SaveSnapshot Snapshot(const MainWindowState& window) const;
+    // SaveDefaults; when that did not make the current scan entry 1 (no scan, or calibrating),
+    // the scan is matched against the history again.
+    void SaveDefaults(SettingsStore& store, const MainWindowState& window);
+
     // --- session/SessionFlow.cpp
     // Resets the per-scan state: on the main window's first load and for every new scan.
     void Form_Load2();
@@ -157,6 +181,10 @@ class Session {
     // Prepares the newly loaded pair of files for verifying and starts calibration; the main
     // window is laid out before, so the view's size is known.
     void InitialiseForm1();
+    // A scan verified before whose history entry holds a spacing and the column tops: the
+    // calibration is taken from it, rescaled to the present zoom, and the box stands on the
+    // record it stood on; no calibration is needed. False, with nothing changed, otherwise.
+    bool RestoreRememberedCalibration();
     // New Scan: refused, with a message, while calibrating.
     bool NewScanAllowed();
     // The scan moved under the box (the user scrolled, or the window changed size): the box

@@ -1,6 +1,6 @@
 // The session's life cycle: resetting for a new scan, the two files of a session and what the
-// open-file dialog is asked, the preparation for calibration and the refusal of a new scan
-// while calibrating.
+// open-file dialog is asked, the preparation for calibration (or the calibration remembered for
+// a scan verified before) and the refusal of a new scan while calibrating.
 #include "core/Text.h"
 #include "layout/FrameArithmetic.h"
 #include "session/Session.h"
@@ -36,6 +36,36 @@ float StartingZoom(const ScanHistory& history) {
     if (match >= 1 && history.Entries[match].Scale >= SmallestZoom)
         return history.Entries[match].Scale;
     return 100.0F;
+}
+
+// The first table line holding record recNo, 0 when there is none.
+int16_t LineOfRecord(const RecordTable& table, int recNo) {
+    if (recNo < 1) return 0;
+    for (int16_t line = 1; line <= table.LineCount; ++line)
+        if (table.LineRecNo[line] == recNo) return line;
+    return 0;
+}
+
+// The remembered tops of columns 1..columns, rescaled by ratio into calib; false when one of
+// them is missing or its first record is not in the transcription.
+bool RememberedColumnTops(const ScanHistoryEntry& entry, const RecordTable& table, int16_t columns,
+                          double ratio, Calibration& calib) {
+    for (int c = 1; c <= columns; ++c) {
+        const int16_t line = LineOfRecord(table, entry.ColFirst[c]);
+        if (line == 0 || entry.ColTop[c] < 0 || entry.ColLeft[c] < 0) return false;
+        calib.ColumnTopY[c] = CLng(entry.ColTop[c] * ratio);
+        calib.ColumnTopX[c] = CLng(entry.ColLeft[c] * ratio);
+        calib.ColumnTopLine[c] = line;
+    }
+    return true;
+}
+
+// The commands of a calibrated scan, as the end of a calibration leaves them.
+void EnableCalibratedCommands(CommandState& commands, int16_t columns) {
+    commands.MenuCalibrate = true;
+    commands.MenuShowRptSurnames = true;
+    for (int c = 1; c <= 6; ++c)
+        commands.TopCol[c] = c <= columns;
 }
 
 } // namespace
@@ -135,7 +165,36 @@ void Session::InitialiseForm1() {
     CalcLineJump(Table, Scan, Calib.ColumnTopLine);
     Commands.AdjColsVisible = true;
     Commands.AdjCol.Fill(true);
-    CalibrateTextbox();
+    if (!RestoreRememberedCalibration()) CalibrateTextbox();
+}
+
+bool Session::RestoreRememberedCalibration() {
+    const int16_t match = History.ScanHistoryMatch;
+    if (match < 1) return false;
+    const ScanHistoryEntry& entry = History.Entries[match];
+    if (entry.LineIncrTop == -1.0F || entry.Scale <= 0.0F) return false;
+    const double ratio = static_cast<double>(Box.CurrentZoom) / entry.Scale;
+    Calibration restored;
+    if (!RememberedColumnTops(entry, Table, Scan.NumColumns, ratio, restored)) return false;
+    restored.LineIncrTop = static_cast<float>(entry.LineIncrTop * ratio);
+    restored.LineIncrLeft = static_cast<float>(entry.LineIncrLeft * ratio);
+    restored.BoxLinedUp = true;
+    Calib = restored;
+    // The layout the user settled for this scan, so that the printed lines count as before.
+    if (entry.SurnameOwnLine == "Y" || entry.SurnameOwnLine == "N")
+        Scan.SurnameOwnLine = entry.SurnameOwnLine == "Y";
+    Scan.AskScanType = false;
+    CalcLineJump(Table, Scan, Calib.ColumnTopLine);
+    Content.BoxFontSize = entry.FrameFontSize;
+    const int16_t line = LineOfRecord(Table, entry.RecNo);
+    Table.CurrentLine = line != 0 ? line : Calib.ColumnTopLine[1];
+    EnableCalibratedCommands(Commands, Scan.NumColumns);
+    UpdateStats();
+    SetNote(Content, NoteKind::ClearAll, "", true);
+    CalcFramePosn();
+    ShowRecord(0);
+    EnsureFrameVisible();
+    return true;
 }
 
 bool Session::NewScanAllowed() {

@@ -2,11 +2,13 @@
 // then every record stepped through with ENTER: the box must stand on the printed line of each.
 // Also zoom, flags and reload after the file is edited on disk, the command line's two files,
 // New Scan through the app's wiring, and screenshots of the forms at work.
-#include "SessionFormsTesting.h"
+#include "DesktopTesting.h"
 
-#include "app/DesktopApp.h"
 #include "app/QtApplication.h"
 #include "core/Text.h"
+#include "help/AboutTallyview.h"
+#include "help/HelpForm.h"
+#include "stats/Form3.h"
 #include "view/ImageView.h"
 #include "view/RecordBoxWidget.h"
 
@@ -15,9 +17,12 @@
 #include <QCheckBox>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
@@ -27,7 +32,7 @@
 namespace tv::test {
 namespace {
 
-class EndToEnd : public FormsTest {
+class EndToEnd : public DesktopTest {
   protected:
     QString Notes() const { return Find<QLabel>("NotesBox")->text(); }
 
@@ -66,6 +71,13 @@ class EndToEnd : public FormsTest {
         Dir.Write(std::filesystem::path(page.Transcription).filename().string(),
                   text.substr(0, at) + inserted + text.substr(at));
         std::filesystem::last_write_time(page.Transcription, time + std::chrono::seconds(5));
+    }
+
+    // The transcription program saved the file with one forename changed.
+    void ReplaceInFile(const SamplePage& page, const std::string& from, const std::string& to) {
+        std::string text = ReadBytes(page.Transcription);
+        text.replace(text.find(from), from.size(), to);
+        Dir.Write(std::filesystem::path(page.Transcription).filename().string(), text);
     }
 
     // Answers the open-file dialog with the file once it is shown; the dialog's request.
@@ -171,7 +183,9 @@ TEST_F(EndToEnd, FourLinesInsertedAboveAColumnTopForceRecalibration) {
 
 TEST_F(EndToEnd, CommandLineFilesRunTheStepsAndNewScanComesBackToTheStartWindow) {
     const SamplePage page = GeneratePage("births1872", Dir.Path());
-    DesktopForms forms(page.Scan, page.Transcription);
+    DesktopServices services;
+    services.SettingsPath = PathToQString(SettingsFile().string());
+    DesktopForms forms(page.Scan, page.Transcription, services);
     forms.Start();
     ASSERT_TRUE(QTest::qWaitFor([&forms] { return forms.MainForm()->isVisible(); }, 5000));
     Window = forms.MainForm();
@@ -202,28 +216,34 @@ TEST_F(EndToEnd, CommandLineFilesRunTheStepsAndNewScanComesBackToTheStartWindow)
     start->Stage3->click();
     EXPECT_EQ(forms.MainForm(), Window);
     EXPECT_TRUE(Window->isVisible());
-    EXPECT_EQ(S().Calib.CalibrationStage, 1);
+    // Saved by New Scan, the scan is remembered: it opens calibrated.
+    EXPECT_EQ(S().Calib.CalibrationStage, 0);
+    EXPECT_EQ(S().Calib.ColumnTopLine[2], page.FirstLineOfColumn(2));
 }
 
 // The forms at work, written as pictures: into TALLYVIEW_SHOTS_DIR when it is set (make
-// screenshots runs this under Xvfb), else into a temporary folder.
+// screenshots runs this under Xvfb), else into a temporary folder. The report is printed there
+// as report.pdf.
 TEST_F(EndToEnd, ScreenshotsOfTheFormsAtWork) {
     const QString wanted = qEnvironmentVariable("TALLYVIEW_SHOTS_DIR");
     const QString shots = wanted.isEmpty() ? PathToQString(Dir.Path().string()) : wanted;
     ASSERT_TRUE(QDir().mkpath(shots));
-    auto shoot = [&shots](QWidget& window, const char* name) {
+    auto shoot = [&shots](QWidget& window, const QString& name) {
         QApplication::processEvents();
         const QPixmap picture = window.grab();
-        EXPECT_GT(picture.width(), 200) << name;
-        EXPECT_TRUE(picture.save(shots + "/" + name + ".png")) << name;
+        EXPECT_GT(picture.width(), 200) << name.toStdString();
+        EXPECT_TRUE(picture.save(shots + "/" + name + ".png")) << name.toStdString();
     };
     const SamplePage page = GeneratePage("births1872", Dir.Path());
-    shoot(OpenStartForm(), "1-start-window");
+    RealScanTypes = true;
+    Run();
+    StartForm& start = *Forms->StartWindow();
+    shoot(start, "1-start-window");
 
     Files = {page.Scan, page.Transcription};
-    RealScanTypes = true;
-    Start->SkipSteps->setChecked(true);
-    Start->Stage1->click();
+    start.SkipSteps->setChecked(true);
+    start.Stage1->click();
+    Window = Forms->MainForm();
     ASSERT_TRUE(QTest::qWaitForWindowActive(Window));
     WhenScanTypesShown([&shoot](ScanTypesForm& form) {
         shoot(form, "4-scan-layout-form");
@@ -233,12 +253,52 @@ TEST_F(EndToEnd, ScreenshotsOfTheFormsAtWork) {
     MoveBoxTo(page.Places.at(S().Table.CurrentLine));
     shoot(*Window, "2-calibrating");
     Calibrate(page);
+    // A query typed in the transcription program and reloaded, so that the lists show it.
+    ReplaceInFile(page, "HARRIS,Ann,Hull,", "HARRIS,A?n,Hull,");
+    Press(Qt::Key_R);
+    EXPECT_EQ(S().Calib.CalibrationStage, 0);
     for (int k = 0; k < 7; ++k)
         Press(Qt::Key_Return);
     Press(Qt::Key_M);
     ExpectOnLine(page, S().Table.CurrentLine);
     EXPECT_TRUE(Notes().contains("**FLAGGED**"));
     shoot(*Window, "3-verifying");
+
+    QTest::mouseClick(Find<QToolButton>("ShowStats"), Qt::LeftButton);
+    Form3& stats = Forms->Statistics();
+    const char* lists[] = {"file-header", "queries", "warnings", "flagged", "history"};
+    for (int option = 0; option < StatsOptionCount; ++option) {
+        stats.Options(option)->click();
+        shoot(stats, QString("5-statistics-%1-%2").arg(option).arg(lists[option]));
+    }
+    EXPECT_TRUE(stats.ListBox()->toPlainText().contains("Births 1872 Qtr 2 Page 234"));
+    const QString report = shots + "/report.pdf";
+    stats.SetPrinterSource([report] { return PdfPrinter(report); });
+    Prompts.Script = {Answer::No};
+    stats.PrintB()->click();
+    EXPECT_TRUE(QFileInfo::exists(report));
+    stats.Command1()->click();
+
+    Press(Qt::Key_F1);
+    HelpForm& help = Forms->Help();
+    help.Next()->click();
+    shoot(help, "6-help-form");
+    help.Hide()->click();
+
+    bool aboutShown = false;
+    QTimer::singleShot(0, [&] {
+        auto* about = qobject_cast<AboutTallyview*>(QApplication::activeModalWidget());
+        if (about == nullptr) return;
+        shoot(*about, "7-about-box");
+        aboutShown = true;
+        about->OK()->click();
+    });
+    Find<QAction>("MenuAbout")->trigger();
+    EXPECT_TRUE(aboutShown);
+
+    Press(Qt::Key_D, Qt::AltModifier);
+    shoot(*Window, "8-diagnostics-panel");
+    Press(Qt::Key_D, Qt::AltModifier);
 }
 
 TEST(RunTimeError, ReportedAsTheProgramAlwaysDid) {

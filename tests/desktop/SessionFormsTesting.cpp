@@ -105,17 +105,21 @@ Form1* FormsTest::CreateMainForm() {
     services.Ask = &Prompts;
     if (!RealScanTypes) services.LayoutChooser = &Chooser;
     services.ChooseFile = [this](FileKind, const FileRequest& request) {
-        Requests.push_back(request);
-        if (Files.empty()) return std::string();
-        std::string file = Files.front();
-        Files.pop_front();
-        return file;
+        return NextFile(request);
     };
     Main = std::make_unique<Form1>(services);
     Window = Main.get();
     QObject::connect(Window, &Form1::ShowStatistics,
                      [this](bool statisticsOnly) { StatisticsRequests.push_back(statisticsOnly); });
     return Window;
+}
+
+std::string FormsTest::NextFile(const FileRequest& request) {
+    Requests.push_back(request);
+    if (Files.empty()) return "";
+    std::string file = Files.front();
+    Files.pop_front();
+    return file;
 }
 
 void FormsTest::OpenPage(const SamplePage& page) {

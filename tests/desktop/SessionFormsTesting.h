@@ -61,6 +61,9 @@ class FormsTest : public ::testing::Test {
     // Calibration with the arrow, ENTER, + and - keys at the page's known places.
     void Calibrate(const SamplePage& page);
 
+    // The scripted file dialog: the next of Files ("" once they run out); the request is kept.
+    std::string NextFile(const FileRequest& request);
+
     // A key as the user presses it on the main window.
     void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     // Moves the box with the arrow keys until it is within half a key step of the scan point.

@@ -1,0 +1,79 @@
+// The main window's hooks for the statistics screen, the help form and the About box.
+#include "app/DesktopApp.h"
+
+#include "help/AboutTallyview.h"
+#include "help/HelpForm.h"
+#include "stats/Form3.h"
+
+namespace tv {
+
+Form3& DesktopForms::Statistics() {
+    if (form3_ != nullptr) return *form3_;
+    Form1* main = MainForm();
+    form3_ = new Form3(Ask(), main);
+    form3_->setObjectName(QStringLiteral("Form3"));
+    form3_->SetReportSource([this](bool allRecords) { return main_->Model().Report(allRecords); });
+    connect(form3_, &Form3::optionSelected, this, &DesktopForms::SelectOption);
+    connect(form3_, &Form3::exitProgram, main, &Form1::close);
+    connect(form3_, &Form3::hidden, main, &Form1::FocusRecordBox);
+    connect(form3_, &Form3::printed, main, &Form1::FocusRecordBox);
+    return *form3_;
+}
+
+HelpForm& DesktopForms::Help() {
+    if (help_ != nullptr) return *help_;
+    Form1* main = MainForm();
+    help_ = new HelpForm(main);
+    help_->setObjectName(QStringLiteral("Help"));
+    connect(help_, &HelpForm::hidden, main, &Form1::FocusRecordBox);
+    return *help_;
+}
+
+// The Statistics button and menu item, and the statistics-only path, where the screen is the
+// last window: its button reads "Exit" and ends the program, and the flagged records, which
+// cannot exist without verifying, are not offered.
+void DesktopForms::ShowStats(bool statisticsOnly) {
+    Form3& form = Statistics();
+    if (statisticsOnly) {
+        form.ShowOption(0);
+        form.SetOptionEnabled(3, false);
+        form.SetCommandCaption("Exit");
+    }
+    StatisticsChanged();
+    form.show();
+    form.raise();
+    form.activateWindow();
+}
+
+// After every UpdateStats; the first one places the screen over the main window.
+void DesktopForms::StatisticsChanged() {
+    Statistics().CentreOnFirstLoad(main_->frameGeometry());
+    RefreshStats();
+}
+
+void DesktopForms::SelectOption(int option) {
+    main_->Model().StatsOption = To16(option);
+    RefreshStats();
+}
+
+void DesktopForms::RefreshStats() {
+    Session& s = main_->Model();
+    // A new scan starts again at the file header.
+    if (form3_->SelectedOption() != s.StatsOption) form3_->ShowOption(s.StatsOption);
+    form3_->Refresh(s.StatsSummaryText, s.RefreshTabs(*store_, main_->WindowState()));
+}
+
+void DesktopForms::OpenHelp() {
+    HelpForm& help = Help();
+    help.show();
+    help.raise();
+    help.activateWindow();
+}
+
+void DesktopForms::OpenAbout() {
+    AboutTallyview about(main_->WindowState().VersionLabel, main_.get());
+    about.setObjectName(QStringLiteral("AboutTallyview"));
+    about.exec();
+}
+
+} // namespace tv
