@@ -6,10 +6,23 @@
 
 namespace tv {
 
-DateTime SystemClock::Now() const {
-    std::time_t now = std::time(nullptr);
+namespace {
+
+// The machine's local time of a moment; each platform has its own thread-safe call.
+std::tm LocalTime(std::time_t moment) {
     std::tm local{};
-    localtime_r(&now, &local);
+#ifdef _WIN32
+    localtime_s(&local, &moment);
+#else
+    localtime_r(&moment, &local);
+#endif
+    return local;
+}
+
+} // namespace
+
+DateTime SystemClock::Now() const {
+    const std::tm local = LocalTime(std::time(nullptr));
     return DateTime{local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
                     local.tm_hour,        local.tm_min,     local.tm_sec};
 }

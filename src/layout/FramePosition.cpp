@@ -137,9 +137,11 @@ void Session::CalcFramePosn() {
         return;
     }
 
-    // While the tenth entry is sought only column 1 belongs to this calibration.
-    const int known = stage == 2 ? 1 : Scan.NumColumns;
-    const int c = LastColumnAtOrBefore(Calib.ColumnTopLine, known, Table.CurrentLine);
+    // While the tenth entry is sought the box belongs to column 1, whose top was just confirmed:
+    // even on line 0, before the first record, where the user may have stepped with the - key.
+    const int c =
+        stage == 2 ? 1
+                   : LastColumnAtOrBefore(Calib.ColumnTopLine, Scan.NumColumns, Table.CurrentLine);
     if (c == 0) {
         Box.LinesFromTop = 0;
         Box.BoxTop = FirstEntryTop(Scan, view);

@@ -61,18 +61,31 @@ void ApplyDoublePageRules(const RecordTable& table, ScanType& scanType, int16_t 
     scanType.AskScanType = true;
 }
 
-// A scan remembered as its left page only, whose transcription now covers both pages, becomes
-// a two-page scan; the remembered indices are cleared so that it is stored as a new choice.
-void ApplyRememberedChoice(const RecordTable& table, ScanType& scanType, ScanHistory& history,
-                           int16_t h, int16_t p) {
-    scanType.NumColumns = history.Entries[h].NumColumns;
-    scanType.ScanTypeCode = history.Entries[h].ScanType;
-    if (scanType.ScanTypeCode == 41 && CoversBothPages(table, p)) {
-        scanType.ScanTypeCode = 40;
-        scanType.NumColumns = To16(scanType.NumColumns * 2);
+// The columns the calibration and the box can follow across one scan.
+constexpr int16_t MostColumnsAcross = 6;
+
+// The remembered choice of entry h. A scan remembered as its left page only, whose transcription
+// now covers both pages, becomes a two-page scan; the remembered indices are cleared so that it
+// is stored as a new choice. False, with nothing changed, when the choice would put more than
+// six columns across the scan: only a settings file edited by hand holds one, and the rules for
+// a scan without a remembered choice apply instead.
+bool TakeRememberedChoice(const RecordTable& table, ScanType& scanType, ScanHistory& history,
+                          int16_t h, int16_t p) {
+    ScanType remembered = scanType;
+    remembered.NumColumns = history.Entries[h].NumColumns;
+    remembered.ScanTypeCode = history.Entries[h].ScanType;
+    const bool bothPages = remembered.ScanTypeCode == 41 && CoversBothPages(table, p);
+    if (bothPages) {
+        remembered.ScanTypeCode = 40;
+        remembered.NumColumns = To16(remembered.NumColumns * 2);
+    }
+    if (remembered.ColumnsAcross() > MostColumnsAcross) return false;
+    scanType = remembered;
+    if (bothPages) {
         history.ScanHistoryMatch = 0;
         history.ScanHistoryNear = 0;
     }
+    return true;
 }
 
 void SetFontName(ScanType& scanType) {
@@ -109,6 +122,11 @@ std::string PagesPiece(const RecordTable& table) {
     return "";
 }
 
+// Record lines carry a jump of 1 to 3; every other line keeps 0.
+bool IsRecordJump(int16_t jump) {
+    return jump >= 1 && jump <= 3;
+}
+
 } // namespace
 
 void ChooseScanType(RecordTable& table, ScanType& scanType, const ColumnTopLines& columnTops,
@@ -119,9 +137,8 @@ void ChooseScanType(RecordTable& table, ScanType& scanType, const ColumnTopLines
     int16_t p = ParseFileName(graphicsFile).Page;
     int16_t h = history.ScanHistoryMatch;
     if (h == 0) h = history.ScanHistoryNear;
-    if (h >= 1) {
-        ApplyRememberedChoice(table, scanType, history, h, p);
-    } else if (IsAmong(BirthsDoublePageKeys, eventKey)) {
+    if (h >= 1 && TakeRememberedChoice(table, scanType, history, h, p)) return;
+    if (IsAmong(BirthsDoublePageKeys, eventKey)) {
         ApplyDoublePageRules(table, scanType, p, 3);
     } else if (IsAmong(MarriagesDoublePageKeys, eventKey)) {
         ApplyDoublePageRules(table, scanType, p, 1);
@@ -154,12 +171,14 @@ void CalcLineJump(RecordTable& table, const ScanType& scanType, const ColumnTopL
     int16_t counter = 0;
     for (int i = 1; i <= table.LineCount; ++i) {
         int16_t& jump = table.LineJump[i];
-        if (jump < 1 || jump > 3) continue;
+        if (!IsRecordJump(jump)) continue;
         if (table.Surname[i] != previousSurname) {
             // Deliberate: when a surname's last record restarted the count of ten (at a column
             // top or by taking the gap), the next surname takes that record's extra line away.
+            // Only a record has a line to take: two blank or comment lines alike between the
+            // surnames are no printed lines and keep their 0.
             if (scanType.TenLineGap && i >= 3 && counter == 1 &&
-                table.Surname[i - 2] == table.Surname[i - 1])
+                table.Surname[i - 2] == table.Surname[i - 1] && IsRecordJump(table.LineJump[i - 1]))
                 table.LineJump[i - 1] = 1;
             jump = scanType.SurnameOwnLine ? 2 : 1;
             previousSurname = table.Surname[i];

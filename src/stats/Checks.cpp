@@ -50,26 +50,34 @@ bool FindLine(CheckIterator& it, const RecordTable& table, std::string& line, Ma
     return false;
 }
 
-std::string ForenameKey(const std::string& field) {
-    return Trim(LCase(ConvTo7BitASCII(field)));
-}
-
-// O'Brien, OBrien and O Brien must compare equal, and Smith-Jones sorts as smithjones.
-std::string SurnameKey(const std::string& field) {
-    std::string key = ForenameKey(field);
-    for (char gone : {' ', '\'', '-'})
-        key.erase(std::remove(key.begin(), key.end(), gone), key.end());
+// A name as the sequence check compares it: folded to plain letters, in lower case, without the
+// spaces around it. A surname loses every space, which is what its apostrophes and hyphens fold
+// to: O'Brien, OBrien and O Brien compare equal, and Smith-Jones sorts as smithjones. Made in
+// place, as the check runs over every record of the file.
+std::string NameKey(const std::string& field, bool surname) {
+    std::string key = ConvTo7BitASCII(field);
+    std::size_t kept = 0;
+    for (char c : key) {
+        if (surname && c == ' ') continue;
+        key[kept++] = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    }
+    key.resize(kept);
+    if (!surname) {
+        key.erase(key.find_last_not_of(' ') + 1);
+        key.erase(0, std::min(key.size(), key.find_first_not_of(' ')));
+    }
     return key;
 }
 
-bool InSequence(const RecordTable& table, int i) {
-    std::string previousSurname = SurnameKey(table.Surname[i - 1]);
-    std::string surname = SurnameKey(table.Surname[i]);
+// Line i under line i - 1, whose surnames' keys are given.
+bool InSequence(const RecordTable& table, int i, const std::string& previousSurname,
+                const std::string& surname) {
     if (surname < previousSurname) return false;
-    std::string forenames = ForenameKey(table.Forenames[i]);
+    if (surname != previousSurname) return true;
+    std::string forenames = NameKey(table.Forenames[i], false);
     // An unnamed child entered as "male" or "female" may stand anywhere under its surname.
-    return surname != previousSurname || forenames >= ForenameKey(table.Forenames[i - 1]) ||
-           forenames == "male" || forenames == "female";
+    return forenames >= NameKey(table.Forenames[i - 1], false) || forenames == "male" ||
+           forenames == "female";
 }
 
 // A pair is handed out over two calls: its first line now, its second on the next call.
@@ -82,14 +90,25 @@ bool NextNameOutOfSequence(CheckIterator& it, bool fresh, const RecordTable& tab
         return true;
     }
     if (fresh) it.CheckIndex = 2;
+    // Each surname's key is made once, as the line and then as the one before the next.
+    std::string previous;
+    bool previousKnown = false;
     for (int i = it.CheckIndex; i <= table.LineCount; ++i) {
         // A header line between two records breaks the chain.
-        if (table.IsRecord(i - 1) && table.IsRecord(i) && !InSequence(table, i)) {
+        if (!table.IsRecord(i - 1) || !table.IsRecord(i)) {
+            previousKnown = false;
+            continue;
+        }
+        if (!previousKnown) previous = NameKey(table.Surname[i - 1], true);
+        std::string surname = NameKey(table.Surname[i], true);
+        if (!InSequence(table, i, previous, surname)) {
             it.CheckIndex = To16(i);
             it.CheckPairPending = true;
             line = ResultLine(table, i - 1);
             return true;
         }
+        previous = std::move(surname);
+        previousKnown = true;
     }
     return false;
 }

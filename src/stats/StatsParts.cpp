@@ -2,6 +2,8 @@
 
 #include "core/Text.h"
 
+#include <utility>
+
 namespace tv {
 
 CheckList CollectCheckLines(CheckIterator& it, int16_t category, const CheckInputs& in) {
@@ -10,7 +12,7 @@ CheckList CollectCheckLines(CheckIterator& it, int16_t category, const CheckInpu
     std::string line;
     bool found = GetNextCheckLine(it, category, list.Title, line, in);
     while (found) {
-        list.Lines.push_back(line);
+        list.Lines.push_back(std::move(line));
         found = GetNextCheckLine(it, category, title, line, in);
     }
     return list;

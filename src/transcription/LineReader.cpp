@@ -1,42 +1,25 @@
 #include "transcription/LineReader.h"
 
-#include "core/RunTimeError.h"
+#include "transcription/ReadOnlyFile.h"
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstring>
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace tv {
 
 namespace {
 
-class ReadOnlyFile {
-  public:
-    explicit ReadOnlyFile(const std::string& path)
-        : path_(path), fd_(::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
-        if (fd_ < 0) Fail();
-    }
-    ~ReadOnlyFile() { ::close(fd_); }
-    ReadOnlyFile(const ReadOnlyFile&) = delete;
-    ReadOnlyFile& operator=(const ReadOnlyFile&) = delete;
-
-    // Bytes read into buffer; 0 at the end of the file.
-    std::size_t Read(char* buffer, std::size_t size) {
-        for (;;) {
-            ssize_t got = ::read(fd_, buffer, size);
-            if (got >= 0) return static_cast<std::size_t>(got);
-            if (errno != EINTR) Fail();
-        }
-    }
-
-  private:
-    [[noreturn]] void Fail() const { throw FileError(path_, std::strerror(errno)); }
-    std::string path_;
-    int fd_;
-};
+// The first CR or LF in [data, end), or end: the LF found with the library's fast search, then
+// the CR looked for only before it.
+const char* LineEnd(const char* data, const char* end) {
+    const auto* lf =
+        static_cast<const char*>(std::memchr(data, '\n', static_cast<std::size_t>(end - data)));
+    const char* stop = lf != nullptr ? lf : end;
+    const auto* cr =
+        static_cast<const char*>(std::memchr(data, '\r', static_cast<std::size_t>(stop - data)));
+    return cr != nullptr ? cr : stop;
+}
 
 // Cuts a stream of bytes into lines; a CR at the end of one chunk may pair with an LF at the
 // start of the next.
@@ -58,8 +41,7 @@ class LineSplitter {
                 result_.MoreLines = true;
                 return false;
             }
-            const char* stop =
-                std::find_if(data, end, [](char c) { return c == '\r' || c == '\n'; });
+            const char* stop = LineEnd(data, end);
             Append(data, stop);
             data = stop;
             if (data < end) EndLine(*data++ == '\r');
@@ -97,7 +79,8 @@ class LineSplitter {
 RawLines ReadLines(const std::string& path, std::size_t maxLines) {
     ReadOnlyFile file(path);
     LineSplitter splitter(maxLines);
-    std::array<char, 65536> chunk{};
+    // Not cleared first: only the bytes read are looked at.
+    std::array<char, 65536> chunk;
     for (;;) {
         std::size_t got = file.Read(chunk.data(), chunk.size());
         if (got == 0 || !splitter.Feed(chunk.data(), got)) break;

@@ -8,7 +8,9 @@
 #include "transcription/SplitFields.h"
 #include "transcription/TextConversion.h"
 
+#include <algorithm>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tv {
@@ -59,12 +61,18 @@ void StoreVeryLongLine(RecordTable& table, int line, const RawLine& raw) {
     table.LineRecNo[line] = -1;
 }
 
+// The marks a transcriber leaves on a doubtful entry. A test of each character, not a search of
+// the line for each mark: every line of the file is tested.
+bool IsQueryMark(char c) {
+    return c == '*' || c == '_' || c == '?' || c == '{' || c == '[';
+}
+
 void MarkNotARecord(RecordTable& table, int line) {
     table.LineRecNo[line] = -1;
     table.LineJump[line] = 0;
 }
 
-void ReadLine(ReaderContext& context, ReadState& state, const RawLine& raw) {
+void ReadLine(ReaderContext& context, ReadState& state, RawLine& raw) {
     RecordTable& table = context.Table;
     int line = table.LineCount;
     if (IsVeryLong(raw)) {
@@ -73,16 +81,18 @@ void ReadLine(ReaderContext& context, ReadState& state, const RawLine& raw) {
         return;
     }
     // The code page in force so far: a "+INFO" line converts only the lines after it.
-    std::string text = ConvToAnsi(raw.Head, table.TranscriptionCodePage);
-    table.LineQuery[line] = text.find_first_of("*_?{[") != std::string::npos;
-    table.LineText[line] = ShownText(text);
+    std::string text = ConvToAnsi(std::move(raw.Head), table.TranscriptionCodePage);
+    table.LineQuery[line] = std::any_of(text.begin(), text.end(), IsQueryMark);
     Fields& fields = state.LineFields;
     SplitFields(text, fields, table.LineCount, context.Ask);
+    const bool blank = text.empty();
+    // Moved into the table rather than copied when it is shown whole, as nearly every line is.
+    table.LineText[line] = text.size() <= ShownLineLength ? std::move(text) : ShownText(text);
     table.Surname[line] = fields[1];
     if (StartsWith(fields[1], "+")) {
         ApplyHeaderLine(table, fields, state.Seen);
         MarkNotARecord(table, line);
-    } else if (StartsWith(fields[1], "#") || text.empty()) {
+    } else if (StartsWith(fields[1], "#") || blank) {
         MarkNotARecord(table, line);
     } else {
         if (state.LastRecordLine < 0) DecideExtraField(table, fields, context.Ask);
@@ -151,7 +161,7 @@ std::string ReadTranscription(std::string& fileName, ReaderContext& context) {
     ResetTable(table);
     ReadState state;
     RawLines raw = ReadLines(fileName, MaxLines);
-    for (const RawLine& line : raw.Lines) {
+    for (RawLine& line : raw.Lines) {
         table.LineCount = To16(table.LineCount + 1);
         ReadLine(context, state, line);
     }

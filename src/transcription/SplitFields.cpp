@@ -28,8 +28,10 @@ std::string_view TakeQuoted(std::string_view rest, std::string& field, const std
     std::string_view content = rest.substr(1, close - 1);
     // Kept deliberately: the three cutting limits differ. A quoted field is cut from 50
     // characters to 48 + "..." (51 characters).
-    field = content.size() >= 50 ? std::string(content.substr(0, 48)) + std::string(Ellipsis)
-                                 : std::string(content);
+    if (content.size() >= 50)
+        field.assign(content.substr(0, 48)).append(Ellipsis);
+    else
+        field.assign(content);
     return close + 2 < rest.size() ? rest.substr(close + 2) : std::string_view{};
 }
 
@@ -38,18 +40,23 @@ std::string_view TakeUnquoted(std::string_view rest, std::string& field) {
     std::size_t comma = rest.find(',');
     if (comma == std::string_view::npos) {
         // The last field is cut only when it has more than 50 characters.
-        field = rest.size() > 50 ? std::string(rest.substr(0, 47)) + std::string(Ellipsis)
-                                 : std::string(rest);
+        if (rest.size() > 50)
+            field.assign(rest.substr(0, 47)).append(Ellipsis);
+        else
+            field.assign(rest);
         return {};
     }
     // A field before a comma is cut from 50 characters to 47 + "..." (50 characters).
-    field = comma >= 50 ? std::string(rest.substr(0, 47)) + std::string(Ellipsis)
-                        : std::string(rest.substr(0, comma));
+    if (comma >= 50)
+        field.assign(rest.substr(0, 47)).append(Ellipsis);
+    else
+        field.assign(rest.substr(0, comma));
     return rest.substr(comma + 1);
 }
 
 } // namespace
 
+// The fields are assigned in place: a line's fields reuse the memory of the line before.
 void SplitFields(const std::string& line, Fields& fields, int16_t lineCount, Prompts& prompts) {
     for (int k = 1; k <= MaxFields; ++k)
         fields[k].clear();

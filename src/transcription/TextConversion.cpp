@@ -29,7 +29,7 @@ bool IsValidCodePage(int32_t codePage) {
     return CodePageDecoder(codePage).Valid();
 }
 
-std::string ConvToAnsi(const std::string& line, int32_t codePage) {
+std::string ConvToAnsi(std::string line, int32_t codePage) {
     if (codePage == 0 || codePage == Windows1252 || line.empty()) return line;
     std::u32string characters = CodePageDecoder(codePage).Decode(line);
     if (characters.empty()) return line;
@@ -43,10 +43,9 @@ std::string ConvToAnsi(const std::string& line, int32_t codePage) {
 }
 
 std::string ConvTo7BitASCII(const std::string& text) {
-    std::string out;
-    out.reserve(text.size());
-    for (char c : text)
-        out += FoldingTable[static_cast<unsigned char>(c)];
+    std::string out(text.size(), ' ');
+    for (std::size_t i = 0; i < text.size(); ++i)
+        out[i] = FoldingTable[static_cast<unsigned char>(text[i])];
     return out;
 }
 
