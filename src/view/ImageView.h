@@ -2,13 +2,17 @@
 // The scan view: shows the scan at the present zoom and rotation with its effects, and is the
 // model's scan view port. It keeps the pristine decoded scan once and paints only the exposed
 // part of the viewport from it (or from a reduced copy when zoomed out), so neither a key press
-// nor a rotation step ever costs a whole-image operation.
+// nor a rotation step ever costs a whole-image operation. The reduced copies are made on a
+// worker thread once the loaded scan has been painted (at once when the view is hidden); until
+// they are there a zoomed-out view is smoothed from the pristine scan.
 #include "view/ImageViewDecode.h"
+#include "view/ImageViewPixels.h"
 #include "view/ScanViewPort.h"
 
 #include <QAbstractScrollArea>
 #include <QPoint>
 #include <QRect>
+#include <QRegion>
 #include <QTransform>
 
 #include <optional>
@@ -31,6 +35,11 @@ class ImageView : public QAbstractScrollArea, public ScanViewPort {
     int ErrorCode() const { return errorCode_; }
     // Lets the user interface process its events until the load is complete.
     void WaitForLoad();
+    // True once the reduced copies of the loaded scan are made (false while a load or the
+    // reduction is under way, and when no scan is loaded).
+    bool ReducedCopiesReady() const {
+        return !loading_ && !reductionPending_ && !reducing_ && !scan_.Pristine.isNull();
+    }
 
     ViewMetrics Metrics() const override;
     void SetScroll(int32_t x, int32_t y) override;
@@ -64,12 +73,15 @@ class ImageView : public QAbstractScrollArea, public ScanViewPort {
 
   private:
     void FinishLoad(const DecodedScan& scan);
+    void BeginReduction();
+    void FinishReduction(const ReducedCopies& copies);
     // The image's bounding box after rotation, in image pixels.
     QSizeF RotatedSize() const;
     QSize ContentSize() const;
     void UpdateScrollRange();
     // Maps image pixels to viewport pixels at the given zoom.
     QTransform ImageToViewport(double zoom) const;
+    QRegion Background(const QRect& exposed) const;
     void PaintLayer(QPainter& painter, const QImage& image, const QTransform& transform,
                     const QRect& exposed, bool smooth) const;
     void PaintScan(QPainter& painter, const QRect& exposed) const;
@@ -78,7 +90,11 @@ class ImageView : public QAbstractScrollArea, public ScanViewPort {
     void MoveLens(std::optional<QPoint> centre);
 
     DecodedScan scan_;
+    ReducedCopies reduced_;
     bool loading_ = false;
+    // The reduced copies wait for the scan's first frame, then are made on a worker thread.
+    bool reductionPending_ = false;
+    bool reducing_ = false;
     quint64 loadNumber_ = 0;
     int errorCode_ = LoadOk;
     double zoom_ = 1.0;
@@ -89,6 +105,8 @@ class ImageView : public QAbstractScrollArea, public ScanViewPort {
     bool negative_ = false;
     bool magnifier_ = false;
     std::optional<QPoint> lensCentre_;
+    // The conversion buffer of the paints; painting leaves the view as it was.
+    mutable PixelStage stage_;
     // Set while the model moves the view itself, so that scrolled() reports only other moves.
     bool ownScroll_ = false;
 };

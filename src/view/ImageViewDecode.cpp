@@ -9,8 +9,8 @@ namespace tv {
 
 namespace {
 
-// Rows converted to grey at a time when reducing a scan that is not stored as 8-bit grey, so
-// that a bilevel scan is never expanded whole.
+// Rows converted to grey at a time when reducing a scan stored neither as 8-bit grey nor as
+// bilevel, so that it is never expanded whole.
 constexpr int StripRows = 256;
 
 int ErrorCodeOf(QImageReader::ImageReaderError error, bool headerRead) {
@@ -37,33 +37,58 @@ bool ExceedsAllocationLimit(QSize size, QImage::Format format) {
 }
 
 QImage GreyStrip(const QImage& image, int top, int rows) {
-    const QImage strip = image.copy(0, top, image.width(), rows);
-    if (strip.format() == QImage::Format_Grayscale8) return strip;
-    return strip.convertToFormat(QImage::Format_Grayscale8);
+    return image.copy(0, top, image.width(), rows).convertToFormat(QImage::Format_Grayscale8);
 }
 
-// Halves rows [top, top + strip height) of the source into the half-size grey image.
-void HalveStrip(const QImage& strip, int top, QImage& half) {
-    const int lastColumn = strip.width() - 1;
-    for (int y = 0; y < strip.height(); y += 2) {
-        const uchar* upper = strip.constScanLine(y);
-        const uchar* lower = strip.constScanLine(std::min(y + 1, strip.height() - 1));
+// Rows [top, top + source height) of the scan halved into the half-size grey image: each pixel
+// the average of a 2 x 2 block of the greys a row reader gives; the last column and row of an
+// odd size stand in for their missing neighbours.
+template <typename Grey>
+void HalveRows(const QImage& source, int top, QImage& half, const Grey& grey) {
+    const int lastColumn = source.width() - 1;
+    const int rows = source.height();
+    const int columns = half.width();
+    for (int y = 0; y < rows; y += 2) {
+        const uchar* upper = source.constScanLine(y);
+        const uchar* lower = source.constScanLine(std::min(y + 1, rows - 1));
         uchar* out = half.scanLine((top + y) / 2);
-        for (int x = 0; x < half.width(); ++x) {
+        for (int x = 0; x < columns; ++x) {
             const int left = 2 * x;
             const int right = std::min(left + 1, lastColumn);
-            const int sum = upper[left] + upper[right] + lower[left] + lower[right];
+            const int sum =
+                grey(upper, left) + grey(upper, right) + grey(lower, left) + grey(lower, right);
             out[x] = static_cast<uchar>((sum + 2) / 4);
         }
     }
 }
 
+void HalveGrey(const QImage& grey, int top, QImage& half) {
+    HalveRows(grey, top, half, [](const uchar* row, int x) { return int(row[x]); });
+}
+
+// A bilevel scan is read bit by bit, through its two colours' greys, never expanded whole.
+void HalveBilevel(const QImage& bits, QImage& half) {
+    const int greys[2] = {qGray(bits.color(0)), qGray(bits.color(1))};
+    if (bits.format() == QImage::Format_MonoLSB)
+        HalveRows(bits, 0, half, [&greys](const uchar* row, int x) {
+            return greys[(row[x >> 3] >> (x & 7)) & 1];
+        });
+    else
+        HalveRows(bits, 0, half, [&greys](const uchar* row, int x) {
+            return greys[(row[x >> 3] >> (7 - (x & 7))) & 1];
+        });
+}
+
 QImage HalfSizeGrey(const QImage& image) {
     QImage half((image.width() + 1) / 2, (image.height() + 1) / 2, QImage::Format_Grayscale8);
     if (half.isNull()) return half;
-    for (int top = 0; top < image.height(); top += StripRows) {
-        const int rows = std::min(StripRows, image.height() - top);
-        HalveStrip(GreyStrip(image, top, rows), top, half);
+    if (image.format() == QImage::Format_Grayscale8) {
+        HalveGrey(image, 0, half);
+    } else if (image.depth() == 1 && image.colorCount() == 2) {
+        HalveBilevel(image, half);
+    } else {
+        for (int top = 0; top < image.height(); top += StripRows)
+            HalveGrey(GreyStrip(image, top, std::min(StripRows, image.height() - top)), top, half);
     }
     half.setDotsPerMeterX(image.dotsPerMeterX() / 2);
     half.setDotsPerMeterY(image.dotsPerMeterY() / 2);
@@ -75,11 +100,6 @@ QImage HalfSizeGrey(const QImage& image) {
 QImage Compact(QImage image) {
     if (image.depth() <= 8 || image.hasAlphaChannel() || !image.allGray()) return image;
     return image.convertToFormat(QImage::Format_Grayscale8);
-}
-
-void Reduce(DecodedScan& scan) {
-    scan.Half = HalfSize(scan.Pristine);
-    if (!scan.Half.isNull()) scan.Quarter = HalfSize(scan.Half);
 }
 
 } // namespace
@@ -110,8 +130,14 @@ DecodedScan DecodeScan(const QString& path) {
     }
     scan.Pristine = Compact(std::move(image));
     scan.FileSize = QFileInfo(path).size();
-    Reduce(scan);
     return scan;
+}
+
+ReducedCopies ReduceScan(const QImage& pristine) {
+    ReducedCopies copies;
+    copies.Half = HalfSize(pristine);
+    if (!copies.Half.isNull()) copies.Quarter = HalfSize(copies.Half);
+    return copies;
 }
 
 } // namespace tv

@@ -1,6 +1,7 @@
 #pragma once
 // Decoding a scan for the image view, off the user-interface thread: the pristine image, kept
-// compact (grey scans stay 8-bit, bilevel scans 1-bit), and reduced copies for zoomed-out views.
+// compact (grey scans stay 8-bit, bilevel scans 1-bit), and, once it is shown, the reduced copies
+// for zoomed-out views.
 #include <QByteArray>
 #include <QImage>
 #include <QString>
@@ -32,10 +33,6 @@ enum LoadError : int {
 
 struct DecodedScan {
     QImage Pristine;
-    // Box-filtered copies at half and quarter size, made once so that zoomed-out views paint
-    // fast and smooth; grey and bilevel scans reduce to 8-bit grey.
-    QImage Half;
-    QImage Quarter;
     QString Path;
     QByteArray Format; // the reader's name for the format ("jpeg", "tiff"...)
     qint64 FileSize = 0;
@@ -44,6 +41,17 @@ struct DecodedScan {
 
 // Reads the file with the picture's own orientation (EXIF) applied. Thread-safe.
 DecodedScan DecodeScan(const QString& path);
+
+// Box-filtered copies at half and quarter size, made once so that zoomed-out views paint fast
+// and smooth; grey and bilevel scans reduce to 8-bit grey.
+struct ReducedCopies {
+    QImage Half;
+    QImage Quarter;
+};
+
+// Thread-safe; the view makes them after the scan is first shown, so that opening a scan costs
+// no more than decoding it.
+ReducedCopies ReduceScan(const QImage& pristine);
 
 // The average of each 2 x 2 block; an odd last row or column averages what it has.
 QImage HalfSize(const QImage& image);

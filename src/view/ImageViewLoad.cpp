@@ -1,5 +1,5 @@
-// Loading the scan on a worker thread, waiting for it with the window responsive, and the
-// image information box's lines.
+// Loading the scan on a worker thread, waiting for it with the window responsive, reducing it
+// there once it is shown, and the image information box's lines.
 #include "view/ImageView.h"
 
 #include <QCoreApplication>
@@ -33,6 +33,7 @@ void ImageView::BeginLoad(const QString& path) {
 void ImageView::FinishLoad(const DecodedScan& scan) {
     const QScopedValueRollback<bool> own(ownScroll_, true);
     scan_ = scan;
+    reduced_ = {};
     errorCode_ = scan.ErrorCode;
     rotation_ = 0.0;
     mirror_ = false;
@@ -42,7 +43,34 @@ void ImageView::FinishLoad(const DecodedScan& scan) {
     verticalScrollBar()->setValue(0);
     viewport()->update();
     loading_ = false;
+    // A reduction still under way belongs to the scan before; its copies are dropped.
+    reducing_ = false;
+    reductionPending_ = !scan_.Pristine.isNull();
+    // A hidden view paints nothing until it is shown: its copies need not wait.
+    if (!isVisible()) BeginReduction();
     emit loadFinished();
+}
+
+// The reduced copies are a whole-image operation: they are made off the user-interface thread,
+// after the scan's first frame, so that opening a scan costs no more than decoding it.
+void ImageView::BeginReduction() {
+    if (!reductionPending_) return;
+    reductionPending_ = false;
+    reducing_ = true;
+    const quint64 load = loadNumber_;
+    auto* watcher = new QFutureWatcher<ReducedCopies>(this);
+    connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher, load] {
+        watcher->deleteLater();
+        if (load == loadNumber_) FinishReduction(watcher->result());
+    });
+    watcher->setFuture(QtConcurrent::run(ReduceScan, scan_.Pristine));
+}
+
+void ImageView::FinishReduction(const ReducedCopies& copies) {
+    reduced_ = copies;
+    reducing_ = false;
+    // Only a smoothed, zoomed-out view paints from them.
+    if (smoothing_ && zoom_ <= 0.5) viewport()->update();
 }
 
 void ImageView::WaitForLoad() {

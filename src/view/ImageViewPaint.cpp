@@ -2,11 +2,14 @@
 // with the zoom, rotation and mirror in the painter's transform and the negative applied to the
 // painted pixels alone.
 #include "view/ImageView.h"
+#include "view/ImageViewPixels.h"
 
 #include <QPaintEvent>
 #include <QPainter>
 #include <QRegion>
 #include <QScrollBar>
+
+#include <cmath>
 
 namespace tv {
 
@@ -48,7 +51,14 @@ void ImageView::PaintLayer(QPainter& painter, const QImage& image, const QTransf
     painter.setRenderHint(QPainter::Antialiasing, antiAlias_);
     // Nearest neighbour unless smoothing a reduced view: handwriting's pixels stay sharp.
     painter.setRenderHint(QPainter::SmoothPixmapTransform, smooth);
-    painter.drawImage(source.topLeft(), image, source);
+    // Converting costs a pass over the source: worth it only where it is about the size of
+    // what is painted.
+    const qint64 painted = qint64(exposed.width()) * exposed.height();
+    if (PixelStage::Needed(image, transform) &&
+        qint64(source.width()) * source.height() <= 2 * painted)
+        stage_.Draw(painter, image, source);
+    else
+        painter.drawImage(source.topLeft(), image, source);
     if (negative_) {
         // White in difference mode turns each painted pixel into its negative.
         painter.setCompositionMode(QPainter::CompositionMode_Difference);
@@ -61,12 +71,12 @@ void ImageView::PaintScan(QPainter& painter, const QRect& exposed) const {
     const bool smooth = smoothing_ && zoom_ < 1.0;
     // Smoothing a zoomed-out view starts from the box-filtered copy nearest above the zoom.
     int reduction = 1;
-    if (smooth && zoom_ <= 0.25 && !scan_.Quarter.isNull())
+    if (smooth && zoom_ <= 0.25 && !reduced_.Quarter.isNull())
         reduction = 4;
-    else if (smooth && zoom_ <= 0.5 && !scan_.Half.isNull())
+    else if (smooth && zoom_ <= 0.5 && !reduced_.Half.isNull())
         reduction = 2;
     const QImage& image =
-        reduction == 4 ? scan_.Quarter : (reduction == 2 ? scan_.Half : scan_.Pristine);
+        reduction == 4 ? reduced_.Quarter : (reduction == 2 ? reduced_.Half : scan_.Pristine);
     QTransform transform = ImageToViewport(zoom_);
     transform.scale(reduction, reduction);
     PaintLayer(painter, image, transform, exposed, smooth);
@@ -100,16 +110,30 @@ void ImageView::PaintLens(QPainter& painter, const QRect& exposed) const {
     painter.restore();
 }
 
+// The dark ground around the scan. Where an upright scan covers the view it is not painted
+// first: that would write every pixel twice.
+QRegion ImageView::Background(const QRect& exposed) const {
+    if (scan_.Pristine.isNull() || rotation_ != 0.0) return exposed;
+    const QRectF image = ImageToViewport(zoom_).mapRect(QRectF(scan_.Pristine.rect()));
+    const QRect covered(
+        QPoint(static_cast<int>(std::ceil(image.left())), static_cast<int>(std::ceil(image.top()))),
+        QPoint(static_cast<int>(std::floor(image.right())) - 1,
+               static_cast<int>(std::floor(image.bottom())) - 1));
+    return QRegion(exposed).subtracted(covered);
+}
+
 void ImageView::paintEvent(QPaintEvent* event) {
     const QRect exposed = event->rect();
     {
         QPainter painter(viewport());
-        painter.fillRect(exposed, palette().color(QPalette::Dark));
+        for (const QRect& ground : Background(exposed))
+            painter.fillRect(ground, palette().color(QPalette::Dark));
         if (!scan_.Pristine.isNull()) {
             PaintScan(painter, exposed);
             PaintLens(painter, exposed);
         }
     }
+    BeginReduction();
     emit repainted();
 }
 

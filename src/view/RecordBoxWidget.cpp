@@ -2,6 +2,7 @@
 
 #include "core/QtPlatform.h"
 #include "core/Text.h"
+#include "view/BoxTextColour.h"
 
 #include <QLabel>
 #include <QMouseEvent>
@@ -41,7 +42,8 @@ void PaintBoxColour(QWidget* widget, int16_t colourIndex) {
     const Rgb rgb = BoxColours.at(static_cast<std::size_t>(colourIndex));
     QPalette palette = widget->palette();
     palette.setColor(QPalette::Window, QColor(rgb.Red, rgb.Green, rgb.Blue));
-    palette.setColor(QPalette::WindowText, Qt::black);
+    const Rgb text = BoxTextColour(colourIndex);
+    palette.setColor(QPalette::WindowText, QColor(text.Red, text.Green, text.Blue));
     widget->setPalette(palette);
 }
 

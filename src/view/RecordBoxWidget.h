@@ -15,7 +15,8 @@ class QLabel;
 
 namespace tv {
 
-// Gives a widget the background of box colour colourIndex (0..6) with black text.
+// Gives a widget the background of box colour colourIndex (0..6) with the text colour that
+// stays readable on it (BoxTextColour).
 void PaintBoxColour(QWidget* widget, int16_t colourIndex);
 
 class RecordBoxWidget : public QFrame {

@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QSignalSpy>
+#include <QTest>
 #include <QTimer>
 
 namespace tv::test {
@@ -178,6 +179,34 @@ TEST(ImageViewHalfSize, BilevelScanHalvesToGreyAveragingEachTwoByTwoBlock) {
     EXPECT_EQ(half.pixelColor(1, 0).red(), 255); // the odd column alone
     EXPECT_EQ(half.pixelColor(0, 1).red(), 0);   // the odd row alone
     EXPECT_EQ(half.pixelColor(1, 1).red(), 0);
+}
+
+TEST(ImageViewHalfSize, BilevelScanHalvesThroughItsColourTableInEitherBitOrder) {
+    // Black is the first colour and the bits run from the least significant: 2 x 2 pixels with
+    // one white.
+    QImage bilevel(2, 2, QImage::Format_MonoLSB);
+    bilevel.setColorTable({qRgb(0, 0, 0), qRgb(255, 255, 255)});
+    bilevel.fill(0);
+    bilevel.setPixel(1, 0, 1);
+    const QImage half = HalfSize(bilevel);
+    ASSERT_EQ(half.size(), QSize(1, 1));
+    EXPECT_EQ(half.pixelColor(0, 0).red(), 64);
+}
+
+TEST_F(ImageViewTest, ReducedCopiesFollowTheLoadAndANewLoadStartsThemAgain) {
+    const QString first = Save(Checkerboard({64, 48}), "first.png");
+    ImageView view;
+    EXPECT_FALSE(view.ReducedCopiesReady());
+    view.BeginLoad(first);
+    view.WaitForLoad();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view.ReducedCopiesReady(); }));
+    view.BeginLoad(Save(Checkerboard({80, 60}), "second.png"));
+    EXPECT_FALSE(view.ReducedCopiesReady());
+    view.WaitForLoad();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view.ReducedCopiesReady(); }));
+    view.BeginLoad(PathOf("missing.png"));
+    view.WaitForLoad();
+    EXPECT_FALSE(view.ReducedCopiesReady());
 }
 
 TEST_F(ImageViewTest, ImageInformationNamesFileFormatSizeResolutionAndFileSize) {

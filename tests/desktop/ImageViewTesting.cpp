@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QImageWriter>
+#include <QTest>
 
 namespace tv::test {
 
@@ -114,6 +115,10 @@ std::unique_ptr<ImageView> ImageViewTest::Loaded(const QString& path, QSize size
     view->show();
     view->BeginLoad(path);
     view->WaitForLoad();
+    // The reduced copies follow on a worker thread; a zoomed-out view is smoothed from them.
+    if (view->ErrorCode() == LoadOk) {
+        EXPECT_TRUE(QTest::qWaitFor([&] { return view->ReducedCopiesReady(); }));
+    }
     return view;
 }
 

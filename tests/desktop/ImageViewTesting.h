@@ -32,7 +32,7 @@ class ImageViewTest : public ::testing::Test {
     // Saves the image; compression -1 leaves the writer's default.
     QString Save(const QImage& image, const QString& name, int compression = -1) const;
     QString SaveBytes(const QByteArray& bytes, const QString& name) const;
-    // A shown view with the file loaded.
+    // A shown view with the file loaded and, when it loaded, its reduced copies made.
     static std::unique_ptr<ImageView> Loaded(const QString& path, QSize size = QSize(400, 300));
 
   private:

@@ -1,0 +1,40 @@
+#pragma once
+// Drawing the scan's pixels that the painter converts slowly (one bit per pixel, palettes, and
+// grey when turned or scaled): the part a paint needs is converted to 32 bits first, which the
+// painter draws at memory speed.
+#include <QImage>
+#include <QRect>
+#include <QRgb>
+
+#include <vector>
+
+class QPainter;
+class QTransform;
+
+namespace tv {
+
+class PixelStage {
+  public:
+    // True for one bit per pixel and palettes, and for grey drawn with more than a move.
+    static bool Needed(const QImage& image, const QTransform& transform);
+    // Draws the source rectangle of the image at its place under the painter's transform. When
+    // the transform only moves the image, a band of rows at a time, drawn while the converted
+    // rows are still in the processor's cache.
+    void Draw(QPainter& painter, const QImage& image, const QRect& source);
+
+  private:
+    // When the painter paints on a 32-bit image (a window's backing store, a widget rendered to
+    // an image) and the transform moves by whole pixels only, the pixels are converted straight
+    // into it, within its clip: one pass over them instead of converting and then copying.
+    // False, with nothing drawn, otherwise.
+    bool DrawDirect(QPainter& painter, const QImage& image, const QRect& source);
+    // The rectangle in 32 bits per pixel (premultiplied when the image has an alpha channel),
+    // converted through the colour table or from grey; valid until the next call.
+    QImage Part(const QImage& image, const QRect& source);
+
+    // Kept from one paint to the next: fresh memory would cost the page faults of megabytes on
+    // every paint.
+    std::vector<QRgb> buffer_;
+};
+
+} // namespace tv
