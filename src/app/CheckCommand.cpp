@@ -9,6 +9,7 @@
 #include "transcription/ScanMatch.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace tv {
 
@@ -74,6 +75,34 @@ int CheckOneFile(const CheckOptions& options, const std::string& file, std::ostr
     return ReportHasFindings(iterator, inputs) ? CheckFindings : CheckClean;
 }
 
+// An option and the value written into it after "=", as in "--print-to=report.pdf".
+struct OptionArgument {
+    std::string Name;
+    std::optional<std::string> Value;
+};
+
+OptionArgument SplitOption(const std::string& arg) {
+    const std::size_t equals = arg.find('=');
+    if (!arg.starts_with("--") || equals == std::string::npos) return {arg, std::nullopt};
+    return {arg.substr(0, equals), arg.substr(equals + 1)};
+}
+
+// One of the options that take a value.
+bool SetOption(const std::string& name, const std::string& value, CheckOptions& options,
+               std::string& error) {
+    if (name == "--scan") {
+        options.Scan = value;
+    } else if (name == "--print-to") {
+        options.PrintTo = value;
+    } else if (value == "yes" || value == "no") {
+        options.AnswerYes = value == "yes";
+    } else {
+        error = "--answer takes yes or no, not " + value;
+        return false;
+    }
+    return true;
+}
+
 } // namespace
 
 bool ParseCheckArguments(const std::vector<std::string>& args, CheckOptions& options,
@@ -83,30 +112,26 @@ bool ParseCheckArguments(const std::vector<std::string>& args, CheckOptions& opt
         const std::string& a = args[i];
         if (filesOnly || a.empty() || a[0] != '-' || a == "-") {
             options.Files.push_back(a);
-        } else if (a == "--") {
+            continue;
+        }
+        if (a == "--") {
             filesOnly = true;
-        } else if (a == "--all-records") {
+            continue;
+        }
+        const auto [name, inlineValue] = SplitOption(a);
+        if (name == "--all-records" && !inlineValue) {
             options.AllRecords = true;
-        } else if (a == "--scan" || a == "--answer" || a == "--print-to") {
-            if (i + 1 >= args.size()) {
-                error = a + " needs a value";
-                return false;
-            }
-            const std::string& value = args[++i];
-            if (a == "--scan") {
-                options.Scan = value;
-            } else if (a == "--print-to") {
-                options.PrintTo = value;
-            } else if (value == "yes" || value == "no") {
-                options.AnswerYes = value == "yes";
-            } else {
-                error = "--answer takes yes or no, not " + value;
-                return false;
-            }
-        } else {
+            continue;
+        }
+        if (name != "--scan" && name != "--answer" && name != "--print-to") {
             error = "unknown option " + a;
             return false;
         }
+        if (!inlineValue && i + 1 >= args.size()) {
+            error = name + " needs a value";
+            return false;
+        }
+        if (!SetOption(name, inlineValue ? *inlineValue : args[++i], options, error)) return false;
     }
     if (options.Files.empty()) {
         error = "no transcription file given";

@@ -23,7 +23,8 @@ enum CheckStatus : int {
     CheckUsage = 64,
 };
 
-// Parses the arguments after "--check"; returns false when the command line is wrong.
+// Parses the arguments besides "--check" (a value may follow its option or be joined to it by
+// "="); returns false when the command line is wrong.
 bool ParseCheckArguments(const std::vector<std::string>& args, CheckOptions& options,
                          std::string& error);
 

@@ -2,9 +2,14 @@
 
 #include "app/CheckCommand.h"
 #include "app/DesktopApp.h"
+#include "core/QtPlatform.h"
+#include "session/SessionFiles.h"
 
+#include <QCommandLineParser>
 #include <QGuiApplication>
 
+#include <algorithm>
+#include <array>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -13,7 +18,74 @@ namespace tv {
 
 namespace {
 
-constexpr const char* DesktopUsageText = "Usage: tallyview [SCAN TRANSCRIPTION]\n";
+constexpr const char* DesktopUsageText = "Usage: tallyview [OPTIONS] [SCAN] [TRANSCRIPTION]\n";
+
+constexpr const char* Description =
+    "Checks a transcribed page of a births, marriages or deaths index against its scan.\n"
+    "\n"
+    "With no FILE, the start window leads through the four steps. A scan (JPG, JPE, JPEG, GIF,\n"
+    "TIF, TIFF, PNG, BMP) and a transcription (QRL, SCA, BMD) named here, in any order, are\n"
+    "taken in place of the open-file dialogs; with both, the four steps run at once.\n"
+    "\n"
+    "With --check, no window opens: each transcription FILE is read and its report written to\n"
+    "standard output. The exit status is 0 when no report lists anything, 1 when a report\n"
+    "lists a query, a warning or a flagged record, 2 when a file was refused, 3 when a file\n"
+    "could not be read or the PDF file could not be written, 64 for a wrong command line.";
+
+// The options that only the check command takes; they are listed in the help.
+constexpr std::array<const char*, 4> CheckOnlyOptions = {"scan", "all-records", "answer",
+                                                         "print-to"};
+
+// Qt's own options for the windowed program, which the application object takes from the
+// command line itself: with a value, then without.
+constexpr std::array<const char*, 14> QtValueOptions = {
+    "platform",    "platformpluginpath", "platformtheme", "plugin",  "qwindowgeometry",
+    "qwindowicon", "qwindowtitle",       "session",       "display", "name",
+    "style",       "stylesheet",         "geometry",      "title"};
+constexpr std::array<const char*, 4> QtFlagOptions = {"reverse", "widgetcount", "nograb", "dograb"};
+
+std::string Version() {
+    return std::to_string(TALLYVIEW_VERSION_MAJOR) + "." + std::to_string(TALLYVIEW_VERSION_MINOR) +
+           "." + std::to_string(TALLYVIEW_VERSION_REVISION);
+}
+
+QCommandLineOption Hidden(const char* name, bool takesValue) {
+    QCommandLineOption option(QString::fromLatin1(name), QString(),
+                              takesValue ? QStringLiteral("value") : QString());
+    option.setFlags(QCommandLineOption::HiddenFromHelp);
+    return option;
+}
+
+void DescribeOptions(QCommandLineParser& parser) {
+    // Qt's convention: its own options take one dash ("-platform offscreen").
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+    parser.setApplicationDescription(QString::fromLatin1(Description));
+    parser.addOption({{"h", "help"}, "Displays this help."});
+    parser.addOption({{"v", "version"}, "Displays the version."});
+    parser.addOption({"check", "Checks the transcription FILEs without a window."});
+    parser.addOption({"scan",
+                      "With --check: the scan's file name, whose year, event and quarter are "
+                      "checked against the file header.",
+                      "IMAGE"});
+    parser.addOption({"all-records", "With --check: the report lists every record."});
+    parser.addOption(
+        {"answer", "With --check: the answer to every question (yes by default).", "yes|no"});
+    parser.addOption(
+        {"print-to", "With --check: the report goes to this PDF file too.", "FILE.pdf"});
+    for (const char* name : QtValueOptions)
+        parser.addOption(Hidden(name, true));
+    for (const char* name : QtFlagOptions)
+        parser.addOption(Hidden(name, false));
+    parser.addPositionalArgument("FILE",
+                                 "The scan and the transcription to open; with --check, the "
+                                 "transcriptions to check.",
+                                 "[FILE...]");
+}
+
+int Usage(const std::string& error) {
+    std::cerr << "tallyview: " << error << '\n' << DesktopUsageText << CheckUsageText;
+    return CheckUsage;
+}
 
 // Qt's own notes and warnings (a runtime folder it had to choose, a painter that could not start)
 // are not the check's messages: the check tells what failed in its own words. Only Qt's
@@ -23,16 +95,12 @@ void QtMessagesForTheCheck(QtMsgType type, const QMessageLogContext&, const QStr
         std::cerr << "tallyview: " << message.toStdString() << '\n';
 }
 
-bool IsOption(const std::string& arg) {
-    return !arg.empty() && arg[0] == '-';
-}
-
 // The headless check needs no display, so it never starts the windowed program. Only a PDF
 // needs Qt (its fonts and painting): on the offscreen platform, which needs no display either.
 int RunCheckCommand(char* program, const std::vector<std::string>& args) {
     CheckOptions options;
     std::string error;
-    if (!ParseCheckArguments({args.begin() + 1, args.end()}, options, error)) {
+    if (!ParseCheckArguments(args, options, error)) {
         std::cerr << "tallyview: " << error << '\n' << CheckUsageText;
         return CheckUsage;
     }
@@ -46,16 +114,47 @@ int RunCheckCommand(char* program, const std::vector<std::string>& args) {
     return RunCheck(options, std::cout, std::cerr);
 }
 
+// The windowed program's command line is read before any window exists, so that --help,
+// --version and a wrong command line need no display.
+int RunDesktopCommand(int argc, char** argv) {
+    QCommandLineParser parser;
+    DescribeOptions(parser);
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    if (!parser.parse(arguments)) return Usage(parser.errorText().toStdString());
+    if (parser.isSet(QStringLiteral("help"))) {
+        // Qt's first line names the program by a placeholder when no application object exists.
+        QString help = parser.helpText();
+        help.replace(0, help.indexOf('\n'), QStringLiteral("Usage: tallyview [OPTIONS] [FILE...]"));
+        std::cout << help.toStdString();
+        return 0;
+    }
+    if (parser.isSet(QStringLiteral("version"))) {
+        std::cout << "tallyview " << Version() << '\n';
+        return 0;
+    }
+    for (const char* name : CheckOnlyOptions)
+        if (parser.isSet(QString::fromLatin1(name)))
+            return Usage("--" + std::string(name) + " is an option of --check");
+    std::vector<std::string> paths;
+    for (const QString& path : parser.positionalArguments())
+        paths.push_back(PathFromQString(path));
+    const std::optional<SessionFiles> files = CommandLineFiles(paths);
+    if (!files) return Usage("give at most one scan and one transcription");
+    return RunDesktop(argc, argv, files->Scan, files->Transcription);
+}
+
 } // namespace
 
 int RunCommandLine(int argc, char** argv) {
     std::vector<std::string> args(argv + 1, argv + argc);
-    if (!args.empty() && args[0] == "--check") return RunCheckCommand(argv[0], args);
-    if (args.empty()) return RunDesktop(argc, argv, "", "");
-    if (args.size() == 2 && !IsOption(args[0]) && !IsOption(args[1]))
-        return RunDesktop(argc, argv, args[0], args[1]);
-    std::cerr << DesktopUsageText << CheckUsageText;
-    return CheckUsage;
+    // --check anywhere before "--" makes the check command, which reads its own options.
+    const auto optionsEnd = std::find(args.begin(), args.end(), "--");
+    const auto check = std::find(args.begin(), optionsEnd, "--check");
+    if (check == optionsEnd) return RunDesktopCommand(argc, argv);
+    args.erase(check);
+    return RunCheckCommand(argv[0], args);
 }
 
 } // namespace tv

@@ -6,11 +6,12 @@
 
 #include <QTimer>
 
+#include <utility>
+
 namespace tv {
 
 DesktopForms::DesktopForms(std::string scan, std::string transcription, DesktopServices services)
-    : scan_(std::move(scan)), transcription_(std::move(transcription)),
-      services_(std::move(services)) {
+    : files_{std::move(scan), std::move(transcription)}, services_(std::move(services)) {
     const QString path =
         services_.SettingsPath.isEmpty() ? DefaultSettingsPath() : services_.SettingsPath;
     store_ = std::make_unique<QtSettingsStore>(Ask(), path);
@@ -24,18 +25,19 @@ Prompts& DesktopForms::Ask() {
 
 void DesktopForms::Start() {
     ShowStartForm();
-    if (scan_.empty() || transcription_.empty()) return;
-    // From inside the event loop, so that a run-time error is reported as anywhere else.
-    QTimer::singleShot(0, start_.get(), [this] { start_->RunAllSteps(); });
+    OpenFilesSoon(std::exchange(files_, {}));
+}
+
+// From inside the event loop, so that a run-time error is reported as anywhere else.
+void DesktopForms::OpenFilesSoon(const SessionFiles& files) {
+    if (files.Empty()) return;
+    QTimer::singleShot(0, start_.get(), [start = start_.get(), files] { start->OpenFiles(files); });
 }
 
 Form1* DesktopForms::MainForm() {
     if (main_) return main_.get();
     Form1Services services = services_.Main;
     services.Settings = store_.get();
-    services.ChooseFile = [this](FileKind kind, const FileRequest& request) {
-        return ChooseFile(kind, request);
-    };
     main_ = std::make_unique<Form1>(services);
     Form1* main = main_.get();
     connect(main, &Form1::NewScanRequested, this, &DesktopForms::NewScan);
@@ -62,10 +64,11 @@ void DesktopForms::SaveDefaults() {
     if (main_) main_->Model().SaveDefaults(*store_, main_->WindowState());
 }
 
-void DesktopForms::NewScan() {
+void DesktopForms::NewScan(const SessionFiles& files) {
     SaveDefaults();
     ShowStartForm();
     start_->NewScan(main_.get());
+    OpenFilesSoon(files);
 }
 
 void DesktopForms::MainFormClosing() {
@@ -82,14 +85,6 @@ void DesktopForms::CloseOthers() {
         form3_->close();
     }
     if (help_ != nullptr) help_->hide();
-}
-
-// The command line's files stand in for the dialog once each; later scans use the dialog.
-std::string DesktopForms::ChooseFile(FileKind kind, const FileRequest& request) {
-    std::string& given = kind == FileKind::Image ? scan_ : transcription_;
-    if (!given.empty()) return std::exchange(given, "");
-    const FileChooser& chooser = services_.Main.ChooseFile;
-    return chooser ? chooser(kind, request) : OpenFileDialog(request);
 }
 
 int RunDesktop(int argc, char** argv, const std::string& scan, const std::string& transcription) {

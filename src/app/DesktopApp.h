@@ -28,12 +28,12 @@ struct DesktopServices {
 // belong to the main window.
 class DesktopForms : public QObject {
   public:
-    // Files named on the command line ("" for none): both given, the four steps run with them
-    // instead of the dialogs, as if SkipSteps were ticked.
+    // Files named on the command line ("" for none) answer the start window's dialogs in their
+    // place (StartForm::OpenFiles): both given, the four steps run with them at once.
     DesktopForms(std::string scan, std::string transcription, DesktopServices services = {});
     ~DesktopForms() override;
 
-    // Shows the start window; with the two files it runs the steps once the event loop runs.
+    // Shows the start window; with files it runs the steps once the event loop runs.
     void Start();
 
     Form1* MainForm();
@@ -45,12 +45,14 @@ class DesktopForms : public QObject {
   private:
     Prompts& Ask();
     void ShowStartForm();
-    void NewScan();
+    // New Scan: the start window again, which takes the files dropped on the main window.
+    void NewScan(const SessionFiles& files);
+    // The start window opens files once the event loop runs, never inside a drop.
+    void OpenFilesSoon(const SessionFiles& files);
     void MainFormClosing();
     // Quitting or ending: the statistics screen and the help form close with the program.
     void CloseOthers();
     void SaveDefaults();
-    std::string ChooseFile(FileKind kind, const FileRequest& request);
 
     // DesktopStatistics.cpp
     void ShowStats(bool statisticsOnly);
@@ -60,8 +62,7 @@ class DesktopForms : public QObject {
     void OpenHelp();
     void OpenAbout();
 
-    std::string scan_;
-    std::string transcription_;
+    SessionFiles files_;
     DesktopServices services_;
     QtPrompts prompts_;
     std::unique_ptr<QtSettingsStore> store_;

@@ -26,6 +26,8 @@ constexpr int InternalError = 51;
 
 QtApplication::QtApplication(int& argc, char** argv) : QApplication(argc, argv) {
     setApplicationName(QString::fromLatin1(AppTitle));
+    // The desktop entry the windows belong to: the menus and the task bar show its name and icon.
+    setDesktopFileName(QStringLiteral("tallyview"));
 }
 
 bool QtApplication::notify(QObject* receiver, QEvent* event) {

@@ -33,6 +33,8 @@ HelpForm::HelpForm(QWidget* parent)
     label1_->setWordWrap(true);
     text1_->setObjectName("Text1");
     text1_->setReadOnly(true);
+    // The text box has no caption for a screen reader to announce.
+    text1_->setAccessibleName("Help text");
 
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(previous_);

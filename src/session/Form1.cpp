@@ -31,6 +31,7 @@ Form1::Form1(Form1Services services, QWidget* parent)
       twipsPerPixel_(ScreenTwipsPerPixel()), scanTypes_(new ScanTypesForm(this)),
       view_(new ImageView) {
     setObjectName(QStringLiteral("Form1"));
+    setAcceptDrops(true);
     prompts_.SetParent(this);
     Prompts& ask = services_.Ask != nullptr ? *services_.Ask : prompts_;
     ScanLayoutChooser& chooser =
@@ -246,10 +247,14 @@ void Form1::StatisticsOnly() {
 }
 
 void Form1::MenuNewScan_Click() {
+    NewScan({});
+}
+
+void Form1::NewScan(const SessionFiles& files) {
     if (!session_->NewScanAllowed()) return;
     boxShown_ = false;
     Sync();
-    emit NewScanRequested();
+    emit NewScanRequested(files);
 }
 
 void Form1::closeEvent(QCloseEvent* event) {

@@ -11,8 +11,9 @@
 //   closed. False from the ShowStats button and the MenuShowStats item.
 // - StatisticsChanged(): the statistics were recomputed (flag, reload): rebuild the open screen.
 // - OpenHelp(): F1 and the commands help menu item; OpenAbout(): the About menu item.
-// - NewScanRequested(): New Scan was allowed: save the settings, show the start window and call
-//   its NewScan with this window.
+// - NewScanRequested(files): New Scan was allowed: save the settings, show the start window and
+//   call its NewScan with this window. The files dropped on this window, if any, then go to the
+//   start window's OpenFiles; none from the menu item.
 // - Closing(): the window is closing: save the settings, close the start window, the statistics
 //   screen, the About box and the help form, and end the program.
 // - Synced(): the window was brought up to date with the session after a command; the
@@ -24,11 +25,13 @@
 #include "core/Clock.h"
 #include "core/QtPlatform.h"
 #include "session/Session.h"
+#include "session/SessionFiles.h"
 
 #include <QMainWindow>
 
 #include <array>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -79,6 +82,9 @@ class Form1 : public QMainWindow {
     // "J": choose and load the scan image, returning its path ("" when none); anything else:
     // choose and read the transcription, returning its path or "**QUIT**".
     std::string LoadFiles(const std::string& kind);
+    // A file dropped or named on the command line: the next choice of its kind takes it
+    // without opening the dialog.
+    void GiveFile(FileKind kind, const std::string& path);
     void InitialiseForm1();
     // Step 4: the user starts verifying on this window.
     void StartVerifying();
@@ -99,13 +105,16 @@ class Form1 : public QMainWindow {
     void StatisticsChanged();
     void OpenHelp();
     void OpenAbout();
-    void NewScanRequested();
+    void NewScanRequested(const tv::SessionFiles& files);
     void Closing();
     void Synced();
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    // Form1Files.cpp: scans and transcriptions dropped on the window start a new scan with them.
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
   private:
     // Form1.cpp
@@ -121,6 +130,8 @@ class Form1 : public QMainWindow {
     CommandOutcome KeyOutcome(int keyCode, bool shift, bool alt);
     void Outcome(const CommandOutcome& outcome);
     void MenuNewScan_Click();
+    // New Scan, with files for the start window's dialogs (none from the menu item).
+    void NewScan(const SessionFiles& files);
     void BoxDropped(QPoint topLeft);
     void BoxResized(int width);
     void ViewScrolled();
@@ -140,6 +151,7 @@ class Form1 : public QMainWindow {
     void SyncMenuTicks();
 
     // Form1Files.cpp
+    // The file given for kind, else the open-file dialog's choice.
     std::string ChooseFile(FileKind kind);
     std::string LoadImageFile();
     // The menu ticks' image options onto the view.
@@ -183,6 +195,7 @@ class Form1 : public QMainWindow {
     QAction* menuCalibrate_ = nullptr;
     std::vector<std::pair<QAction*, bool Preferences::*>> imageTicks_;
     std::vector<QAction*> boxColours_;
+    std::map<FileKind, std::string> givenFiles_;
 
     bool boxShown_ = false;
     bool placedFromSettings_ = false;

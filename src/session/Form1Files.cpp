@@ -1,11 +1,14 @@
-// The two files of a session: the open-file dialog, loading the scan into the view (waiting for
-// it with the window responsive) and reading the transcription.
+// The two files of a session: the open-file dialog or the files given in its place, loading the
+// scan into the view (waiting for it with the window responsive) and reading the transcription,
+// and the files dropped on the window.
 #include "session/Form1.h"
 
 #include "core/Text.h"
+#include "session/QtDroppedFiles.h"
 #include "view/ImageView.h"
 
 #include <QApplication>
+#include <QDropEvent>
 #include <QFileDialog>
 #include <QStringList>
 
@@ -26,7 +29,16 @@ std::string OpenFileDialog(const FileRequest& request) {
     return PathFromQString(dialog.selectedFiles().value(0));
 }
 
+void Form1::GiveFile(FileKind kind, const std::string& path) {
+    givenFiles_[kind] = path;
+}
+
 std::string Form1::ChooseFile(FileKind kind) {
+    if (const auto given = givenFiles_.find(kind); given != givenFiles_.end()) {
+        std::string path = given->second;
+        givenFiles_.erase(given);
+        return path;
+    }
     const FileRequest request = session_->ChooseFileRequest(kind);
     return Trim(services_.ChooseFile ? services_.ChooseFile(kind, request)
                                      : OpenFileDialog(request));
@@ -68,6 +80,20 @@ void Form1::ApplyImageOptions() {
         view_->ToggleNegative();
         viewNegative_ = prefs.Negative;
     }
+}
+
+void Form1::dragEnterEvent(QDragEnterEvent* event) {
+    if (!DroppedFiles(*event->mimeData()).Empty()) event->acceptProposedAction();
+}
+
+// As New Scan from the menu (refused while calibrating), with the dropped files answering the
+// start window's dialogs.
+void Form1::dropEvent(QDropEvent* event) {
+    const SessionFiles files = DroppedFiles(*event->mimeData());
+    if (files.Empty()) return;
+    event->acceptProposedAction();
+    QMetaObject::invokeMethod(
+        this, [this, files] { NewScan(files); }, Qt::QueuedConnection);
 }
 
 } // namespace tv

@@ -2,11 +2,13 @@
 
 #include "core/Prompts.h"
 #include "session/Form1.h"
+#include "session/QtDroppedFiles.h"
 #include "session/Session.h"
 #include "transcription/ReadTranscription.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>
+#include <QDropEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -48,6 +50,7 @@ StartForm::StartForm(MainFormFactory createMainForm, bool skipOpenScreen, QWidge
     Label3->setText(QString::fromStdString(VersionLine()));
 
     LayOut();
+    setAcceptDrops(true);
 
     // The stored setting ticks the box; that is not the user's click.
     InLoad = true;
@@ -80,6 +83,9 @@ QPushButton* StartForm::StepButton(const char* name, const char* caption,
     auto* button = new QPushButton(QString::fromLatin1(caption), this);
     button->setObjectName(QString::fromLatin1(name));
     button->setStyleSheet(QStringLiteral("text-align: left; padding: 6px 12px"));
+    // ENTER presses the step that has the focus, as SPACE does: each step passes the focus on
+    // to the next, so the four steps are four presses of one key.
+    button->setAutoDefault(true);
     connect(button, &QPushButton::clicked, this, handler);
     return button;
 }
@@ -98,6 +104,10 @@ void StartForm::Stage1_Click() {
         main_ = createMainForm_();
     else
         main_->Form_Load2();
+    if (!given_.Scan.empty()) main_->GiveFile(FileKind::Image, given_.Scan);
+    if (!given_.Transcription.empty())
+        main_->GiveFile(FileKind::Transcription, given_.Transcription);
+    given_ = {};
     main_->SetVersionLine(Label3->text());
     ImageFileChosen = main_->LoadFiles("J");
     // The scan could not be loaded: the main window has closed and the program ends.
@@ -163,9 +173,21 @@ void StartForm::NewScan(Form1* mainForm) {
     main_->hide();
 }
 
-void StartForm::RunAllSteps() {
-    skipThisTime_ = true;
+bool StartForm::TakesFiles(const SessionFiles& files) const {
+    if (Stage1->isEnabled()) return !files.Empty();
+    return Stage2->isEnabled() && !files.Transcription.empty();
+}
+
+void StartForm::OpenFiles(const SessionFiles& files) {
+    if (!TakesFiles(files)) return;
+    if (!Stage1->isEnabled()) {
+        main_->GiveFile(FileKind::Transcription, files.Transcription);
+        return Stage2_Click();
+    }
+    given_ = files;
+    if (!files.Scan.empty() && !files.Transcription.empty()) skipThisTime_ = true;
     Stage1_Click();
+    if (!files.Transcription.empty() && Stage2->isEnabled()) Stage2_Click();
 }
 
 void StartForm::CloseForGood() {
@@ -177,6 +199,19 @@ void StartForm::CloseForGood() {
 void StartForm::closeEvent(QCloseEvent* event) {
     if (!Proceeding) QuitOthers();
     event->accept();
+}
+
+void StartForm::dragEnterEvent(QDragEnterEvent* event) {
+    if (TakesFiles(DroppedFiles(*event->mimeData()))) event->acceptProposedAction();
+}
+
+void StartForm::dropEvent(QDropEvent* event) {
+    const SessionFiles files = DroppedFiles(*event->mimeData());
+    if (!TakesFiles(files)) return;
+    event->acceptProposedAction();
+    // Once the drop is over: the steps may open a dialog and wait for the scan to load.
+    QMetaObject::invokeMethod(
+        this, [this, files] { OpenFiles(files); }, Qt::QueuedConnection);
 }
 
 } // namespace tv

@@ -2,7 +2,7 @@
 // The start window (StartForm): the program's first window, which leads the user through the
 // four steps: choose the scan image, choose the transcription, line the box up with the scan,
 // start verifying. Each step is the handler of one button. It comes back through New Scan, with
-// the main window kept.
+// the main window kept. Files dropped on it stand in for the open-file dialogs of the steps.
 //
 // Hooks for the app's wiring:
 // - SkipStepsChanged(ticked): the user ticked or unticked SkipSteps; the settings keep it as
@@ -11,6 +11,8 @@
 // - Quitting(): the user quits (the Quit button, a refused transcription, or closing this window
 //   before step 3): the statistics screen captions its close button "Die" and closes, then the
 //   About box and the help form close. The main window is closed here.
+#include "session/SessionFiles.h"
+
 #include <QWidget>
 
 #include <functional>
@@ -36,9 +38,14 @@ class StartForm : public QWidget {
 
     // New Scan from the main window: the main window stays and is hidden meanwhile.
     void NewScan(Form1* mainForm);
-    // The command line named both files: all four steps at once, as if SkipSteps were ticked,
-    // without changing the tick.
-    void RunAllSteps();
+    // Files named on the command line or dropped on a window, which answer the open-file dialogs
+    // of the steps in their place. Waiting at step 1, the steps run up to the last one whose
+    // file was given (the scan's dialog still asks when only a transcription was given); both
+    // files run all four steps at once, as if SkipSteps were ticked, without changing the tick.
+    // Waiting at step 2, a transcription runs it. Nothing happens when no step waits for them.
+    void OpenFiles(const SessionFiles& files);
+    // Whether OpenFiles would take any of the files now.
+    bool TakesFiles(const SessionFiles& files) const;
     // The main window is closing, which ends the program: this window closes without quitting.
     void CloseForGood();
 
@@ -71,6 +78,8 @@ class StartForm : public QWidget {
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
   private:
     void LayOut();
@@ -82,6 +91,8 @@ class StartForm : public QWidget {
     MainFormFactory createMainForm_;
     Form1* main_ = nullptr;
     bool skipThisTime_ = false;
+    // The files OpenFiles hands to the main window once step 1 has it.
+    SessionFiles given_;
 };
 
 } // namespace tv

@@ -39,6 +39,9 @@ Form3::Form3(Prompts& prompts, QWidget* parent)
     listBox_->setFont(ReportFont(false));
     listBox_->setLineWrapMode(QPlainTextEdit::NoWrap);
     summaryBox_->setMaximumHeight(summaryBox_->fontMetrics().lineSpacing() * 7);
+    // The two text boxes have no caption for a screen reader to announce.
+    summaryBox_->setAccessibleName("Summary");
+    listBox_->setAccessibleName("List");
     printB_->setObjectName("PrintB");
     command1_->setObjectName("Command1");
 

@@ -59,8 +59,28 @@ int LinesPerPage(QPrinter& printer) {
     return std::max(1, static_cast<int>(std::floor(printer.height() / metrics.lineSpacing())));
 }
 
-bool PrintReport(const std::vector<ReportLine>& lines, QPrinter& printer) {
+int CharactersPerLine(QPrinter& printer) {
+    const QFontMetricsF metrics(ReportFont(false), &printer);
+    const double advance = metrics.horizontalAdvance(QLatin1Char('M'));
+    return std::max(1, static_cast<int>(std::floor(printer.width() / advance)));
+}
+
+std::vector<ReportLine> WrapReportLines(const std::vector<ReportLine>& lines, int columns) {
+    constexpr std::size_t Indent = 8;
+    const std::size_t width = std::max<std::size_t>(static_cast<std::size_t>(columns), 2 * Indent);
+    std::vector<ReportLine> wrapped;
+    for (const ReportLine& line : lines) {
+        wrapped.push_back({line.Text.substr(0, width), line.Bold});
+        for (std::size_t at = width; at < line.Text.size(); at += width - Indent)
+            wrapped.push_back(
+                {std::string(Indent, ' ') + line.Text.substr(at, width - Indent), line.Bold});
+    }
+    return wrapped;
+}
+
+bool PrintReport(const std::vector<ReportLine>& report, QPrinter& printer) {
     printer.setDocName("Tallyview Report");
+    const std::vector<ReportLine> lines = WrapReportLines(report, CharactersPerLine(printer));
     const std::vector<std::size_t> starts = PageStarts(lines, LinesPerPage(printer));
     QPainter painter;
     if (!painter.begin(&printer)) return false;

@@ -28,6 +28,11 @@ std::vector<std::size_t> PageStarts(const std::vector<ReportLine>& lines, int li
 
 // The lines of "Courier New" 10 that fit on a page of the printer.
 int LinesPerPage(QPrinter& printer);
+// The characters of "Courier New" 10 that fit across a page of the printer.
+int CharactersPerLine(QPrinter& printer);
+// A line wider than columns goes on in the lines below it, indented by eight spaces, instead of
+// running off the page: a long folder name or transcription line is printed whole.
+std::vector<ReportLine> WrapReportLines(const std::vector<ReportLine>& lines, int columns);
 
 // Prints the lines as one document; false when the printer cannot be opened.
 bool PrintReport(const std::vector<ReportLine>& lines, QPrinter& printer);
