@@ -5,11 +5,12 @@ set -euo pipefail
 
 PACKAGES=(
   build-essential cmake ninja-build pkg-config
-  libgtest-dev libgmock-dev libbenchmark-dev
-  clang-format clang-tidy
+  libgtest-dev libgmock-dev libbenchmark-dev libtiff-dev time
+  clang-format clang-tidy clang libclang-rt-14-dev llvm-14
   qt6-base-dev qt6-base-dev-tools qt6-image-formats-plugins libgl-dev
   fonts-liberation
   xvfb xauth imagemagick poppler-utils
+  desktop-file-utils appstream shared-mime-info dpkg-dev file man-db
 )
 
 missing=()
