@@ -60,8 +60,9 @@ long PeakResidentMegabytes() {
     return usage.ru_maxrss / 1024;
 }
 
-// Well under what the machine has, and far below what the bomb or a huge header would take.
-constexpr long GrowthLimitMegabytes = 1536;
+// The scan view's own limit on one decoded picture: far below what the bomb or a huge header
+// would take, and the whole process may not grow past it while a bad file is opened.
+constexpr long GrowthLimitMegabytes = AllocationLimitMegabytes;
 
 class BadScansTest : public FormsTest, public ::testing::WithParamInterface<BadScan> {
   protected:
