@@ -117,6 +117,8 @@ class Form1 : public QMainWindow {
     void dropEvent(QDropEvent* event) override;
 
   private:
+    // Form1Keys.cpp: F10 opens the menu bar's first menu.
+    void OpenMenuBar();
     // Form1.cpp
     void BuildWindow();
     QWidget* BuildButtonBar();

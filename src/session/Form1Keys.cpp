@@ -6,8 +6,10 @@
 #include "view/ImageView.h"
 #include "view/KeyCodes.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMenuBar>
 
 namespace tv {
 
@@ -73,7 +75,10 @@ bool Form1::eventFilter(QObject* watched, QEvent* event) {
     if (watched == view_ && (event->type() == QEvent::Move || event->type() == QEvent::Resize))
         ViewGeometryChanged();
     auto* widget = qobject_cast<QWidget*>(watched);
-    if (!IsKeyEvent(event->type()) || widget == nullptr || widget->window() != this)
+    // An open menu hands the arrow keys it does not use on to the menu bar, to go to the next
+    // menu: those keys are the menu's, not the window's.
+    if (!IsKeyEvent(event->type()) || widget == nullptr || widget->window() != this ||
+        QApplication::activePopupWidget() != nullptr)
         return QMainWindow::eventFilter(watched, event);
     // No shortcut and no control gets the key: the window consumes it.
     event->accept();
@@ -81,8 +86,17 @@ bool Form1::eventFilter(QObject* watched, QEvent* event) {
         const auto* key = static_cast<QKeyEvent*>(event);
         Form_KeyDown(VirtualKeyOf(*key), key->modifiers().testFlag(Qt::ShiftModifier),
                      key->modifiers().testFlag(Qt::AltModifier));
+        if (key->key() == Qt::Key_F10 && key->modifiers() == Qt::NoModifier) OpenMenuBar();
     }
     return true;
+}
+
+// F10 opens the first menu, as the desktop's own key for the menu bar does: the key table has
+// no use for it, and every command of the menus is then a keyboard's reach away. The open menu
+// is a window of its own, so its keys go to it and not through the window's preview.
+void Form1::OpenMenuBar() {
+    const QList<QAction*> menus = menuBar()->actions();
+    if (!menus.isEmpty() && !ended_) menuBar()->setActiveAction(menus.first());
 }
 
 void Form1::Form_KeyDown(int keyCode, bool shift, bool alt) {

@@ -26,6 +26,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QTabBar>
 #include <QTest>
 #include <QTextEdit>
@@ -175,6 +176,49 @@ TEST_F(Accessibility, TheFourStepsGoByKeyboardAlone) {
     Key(Qt::Key_Return);
     EXPECT_EQ(S().Calib.CalibrationStage, 2);
     EXPECT_EQ(Requests.size(), 2U);
+}
+
+// The main window takes every key, and F10 reaches its menus: every command there (statistics,
+// new scan, the scan's effects, exit) goes by keyboard too.
+TEST_F(Accessibility, F10OpensTheMenusAndTheStatisticsComeFromTheKeyboard) {
+    OpenPage(Page);
+    Calibrate(Page);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(Window));
+    QSignalSpy statistics(Window, &Form1::ShowStatistics);
+    Key(Qt::Key_F10);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->title().toStdString(), "File");
+    QTest::keyClick(menu, Qt::Key_Right);
+    // The next menu opens once the first has closed.
+    ASSERT_TRUE(QTest::qWaitFor([&menu] {
+        menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        return menu != nullptr && menu->title() == QStringLiteral("Statistics");
+    }));
+    // Reached by an arrow key, a menu opens with its first item chosen.
+    ASSERT_NE(menu->activeAction(), nullptr);
+    EXPECT_EQ(menu->activeAction()->text().toStdString(), "Show Statistics");
+    QTest::keyClick(menu, Qt::Key_Return);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    EXPECT_EQ(statistics.count(), 1);
+    // Closed with ESC, the menu gives the keys back to the window.
+    Window->FocusRecordBox();
+    Key(Qt::Key_F10);
+    menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    QTest::keyClick(menu, Qt::Key_Escape);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    const int16_t line = S().Table.CurrentLine;
+    Key(Qt::Key_Return);
+    EXPECT_GT(S().Table.CurrentLine, line);
+}
+
+// The key table has no use for F10 with SHIFT or ALT: no menu opens.
+TEST_F(Accessibility, F10WithAModifierOpensNoMenu) {
+    OpenPage(Page);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(Window));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F10, Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
 }
 
 TEST_F(Accessibility, SkipStepsIsTickedWithTheSpaceBar) {
