@@ -274,32 +274,33 @@ ScanFile WriteDrawn(const QImage& grey, ScanForm form, int megapixels, const QSt
 
 } // namespace
 
+namespace {
+
+struct FormNames {
+    ScanForm Form;
+    const char* Key;
+    const char* Title;
+};
+
+constexpr FormNames Names[] = {{ScanForm::GreyJpeg, "GreyJpeg", "grey JPEG"},
+                               {ScanForm::ColourJpeg, "ColourJpeg", "colour JPEG"},
+                               {ScanForm::BilevelG4, "BilevelG4", "bilevel TIFF G4"},
+                               {ScanForm::GreyLzw, "GreyLzw", "grey TIFF LZW"}};
+
+const FormNames& NamesOf(ScanForm form) {
+    for (const FormNames& names : Names)
+        if (names.Form == form) return names;
+    throw std::invalid_argument("no such scan form");
+}
+
+} // namespace
+
 std::string FormTitle(ScanForm form) {
-    switch (form) {
-    case ScanForm::GreyJpeg:
-        return "grey JPEG";
-    case ScanForm::ColourJpeg:
-        return "colour JPEG";
-    case ScanForm::BilevelG4:
-        return "bilevel TIFF G4";
-    case ScanForm::GreyLzw:
-        return "grey TIFF LZW";
-    }
-    return {};
+    return NamesOf(form).Title;
 }
 
 std::string FormKey(ScanForm form) {
-    switch (form) {
-    case ScanForm::GreyJpeg:
-        return "GreyJpeg";
-    case ScanForm::ColourJpeg:
-        return "ColourJpeg";
-    case ScanForm::BilevelG4:
-        return "BilevelG4";
-    case ScanForm::GreyLzw:
-        return "GreyLzw";
-    }
-    return {};
+    return NamesOf(form).Key;
 }
 
 ScanForm FormOfKey(const std::string& key) {

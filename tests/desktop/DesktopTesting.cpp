@@ -1,8 +1,30 @@
 #include "DesktopTesting.h"
 
+#include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QTest>
+#include <QTimer>
 
 namespace tv::test {
+
+void AnswerFileDialog(const std::string& file,
+                      const std::function<void(const QFileDialog&)>& seen) {
+    auto* poll = new QTimer;
+    QObject::connect(poll, &QTimer::timeout, poll, [poll, file, seen] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        if (dialog == nullptr) return;
+        if (seen) seen(*dialog);
+        auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        if (name == nullptr) ADD_FAILURE() << "the file dialog has no file name box";
+        if (name != nullptr) name->setText(PathToQString(file));
+        static_cast<QDialog*>(dialog)->accept();
+        if (dialog->isVisible()) return;
+        poll->stop();
+        poll->deleteLater();
+    });
+    poll->start(10);
+}
 
 DesktopTest::~DesktopTest() {
     EndRun();

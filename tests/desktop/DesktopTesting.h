@@ -7,10 +7,18 @@
 #include "app/DesktopApp.h"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 
+class QFileDialog;
+
 namespace tv::test {
+
+// Answers the real open-file dialog, once it is shown, with the whole path typed as the user may
+// type it, whatever folder the dialog shows; `seen` gets the dialog first.
+void AnswerFileDialog(const std::string& file,
+                      const std::function<void(const QFileDialog&)>& seen = {});
 
 class DesktopTest : public FormsTest {
   protected:

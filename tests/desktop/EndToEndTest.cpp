@@ -81,23 +81,11 @@ class EndToEnd : public DesktopTest {
     }
 
     // Answers the open-file dialog with the file once it is shown; the dialog's request.
-    void AnswerFileDialog(const std::string& file, QString& title, QStringList& filters) {
-        auto* poll = new QTimer;
-        QObject::connect(poll, &QTimer::timeout, poll, [poll, file, &title, &filters] {
-            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-            if (dialog == nullptr) return;
-            title = dialog->windowTitle();
-            filters = dialog->nameFilters();
-            // The whole path typed as the user may type it, whatever folder the dialog shows.
-            auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-            ASSERT_NE(name, nullptr);
-            name->setText(PathToQString(file));
-            static_cast<QDialog*>(dialog)->accept();
-            if (dialog->isVisible()) return;
-            poll->stop();
-            poll->deleteLater();
+    static void AnswerFileDialog(const std::string& file, QString& title, QStringList& filters) {
+        test::AnswerFileDialog(file, [&title, &filters](const QFileDialog& dialog) {
+            title = dialog.windowTitle();
+            filters = dialog.nameFilters();
         });
-        poll->start(10);
     }
 };
 

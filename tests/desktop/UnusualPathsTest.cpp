@@ -46,22 +46,6 @@ class UnusualPaths : public DesktopTest {
 
     // The path as the program shows it: Windows-1252, a letter it lacks as the bullet.
     static std::string Shown(const std::string& path) { return Utf8ToCp1252(path); }
-
-    // Answers the real open-file dialog, once it is shown, by typing the whole path.
-    static void TypeIntoFileDialog(const std::string& file) {
-        auto* poll = new QTimer;
-        QObject::connect(poll, &QTimer::timeout, poll, [poll, file] {
-            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-            if (dialog == nullptr) return;
-            auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-            if (name != nullptr) name->setText(PathToQString(file));
-            static_cast<QDialog*>(dialog)->accept();
-            if (dialog->isVisible()) return;
-            poll->stop();
-            poll->deleteLater();
-        });
-        poll->start(10);
-    }
 };
 
 TEST_F(UnusualPaths, TheFolderIsAsUnusualAsMeant) {
@@ -137,9 +121,9 @@ TEST_F(UnusualPaths, TheRealFileDialogTakesTheWholePathTyped) {
     Forms = std::make_unique<DesktopForms>("", "", services);
     Forms->Start();
     StartForm& start = *Forms->StartWindow();
-    TypeIntoFileDialog(Page.Scan);
+    AnswerFileDialog(Page.Scan);
     start.Stage1->click();
-    TypeIntoFileDialog(Page.Transcription);
+    AnswerFileDialog(Page.Transcription);
     start.Stage2->click();
     start.Stage3->click();
     Window = Forms->MainForm();

@@ -7,13 +7,6 @@ namespace tv {
 
 class CalcLineJumpTest : public test::ScanTypeTest {
   protected:
-    std::vector<int> Jumps() {
-        std::vector<int> jumps;
-        for (int line = 1; line <= table.LineCount; ++line)
-            jumps.push_back(table.LineJump[line]);
-        return jumps;
-    }
-
     // The lines whose jump is the one given.
     std::vector<int> LinesWithJump(int jump) {
         std::vector<int> lines;

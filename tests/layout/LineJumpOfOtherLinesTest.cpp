@@ -6,15 +6,7 @@
 
 namespace tv {
 
-class LineJumpOfOtherLines : public test::ScanTypeTest {
-  protected:
-    std::vector<int> Jumps() {
-        std::vector<int> jumps;
-        for (int line = 1; line <= table.LineCount; ++line)
-            jumps.push_back(table.LineJump[line]);
-        return jumps;
-    }
-};
+class LineJumpOfOtherLines : public test::ScanTypeTest {};
 
 TEST_F(LineJumpOfOtherLines, TwoBlankLinesBeforeANewSurnameKeepNoLineWithTheTenLineGap) {
     scanType.TenLineGap = true;

@@ -27,6 +27,14 @@ class ScanTypeTest : public ::testing::Test {
         ReadScanTypeTable(table, scanType, columnTops);
     }
 
+    // Every line's LineJump, from line 1.
+    std::vector<int> Jumps() const {
+        std::vector<int> jumps;
+        for (int line = 1; line <= table.LineCount; ++line)
+            jumps.push_back(table.LineJump[line]);
+        return jumps;
+    }
+
     // A record line as the reader leaves it: LineJump 1 and the next record number.
     int AddRecord(const std::string& surname, const std::string& forenames = "John",
                   const std::string& extra = "") {
