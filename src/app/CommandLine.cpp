@@ -124,7 +124,7 @@ int RunDesktopCommand(int argc, char** argv) {
         arguments << QString::fromLocal8Bit(argv[i]);
     if (!parser.parse(arguments)) return Usage(parser.errorText().toStdString());
     if (parser.isSet(QStringLiteral("help"))) {
-        // Qt's first line names the program by a placeholder when no application object exists.
+        // Without an application object Qt's first line cannot name the program: named here.
         QString help = parser.helpText();
         help.replace(0, help.indexOf('\n'), QStringLiteral("Usage: tallyview [OPTIONS] [FILE...]"));
         std::cout << help.toStdString();
