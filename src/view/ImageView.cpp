@@ -16,6 +16,9 @@ namespace tv {
 namespace {
 
 constexpr int ScrollStepPixels = 20;
+// How long after the last zoom or rotation step the smoothed frame is painted: longer than the
+// pause between two steps of a held or quickly pressed key.
+constexpr int RefineAfterMs = 150;
 
 RunTimeError InvalidCall() {
     return {5, "Invalid procedure call or argument"};
@@ -38,6 +41,20 @@ ImageView::ImageView(QWidget* parent) : QAbstractScrollArea(parent) {
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     horizontalScrollBar()->setSingleStep(ScrollStepPixels);
     verticalScrollBar()->setSingleStep(ScrollStepPixels);
+    refine_.setSingleShot(true);
+    refine_.setInterval(RefineAfterMs);
+    connect(&refine_, &QTimer::timeout, this, [this] {
+        quick_ = false;
+        viewport()->update();
+    });
+}
+
+// A zoom or rotation step repaints the whole view. Smoothing it costs several times what taking
+// the nearest pixels does, so the steps are painted with the nearest pixels and the smoothed
+// frame follows once the steps stop.
+void ImageView::BeginQuickFrames() {
+    quick_ = true;
+    refine_.start();
 }
 
 ViewMetrics ImageView::Metrics() const {
@@ -74,6 +91,7 @@ void ImageView::SetZoom(double factor) {
     const double ratio = factor / zoom_;
     const QPointF scroll(horizontalScrollBar()->value(), verticalScrollBar()->value());
     zoom_ = factor;
+    BeginQuickFrames();
     UpdateScrollRange();
     horizontalScrollBar()->setValue(qRound(scroll.x() * ratio));
     verticalScrollBar()->setValue(qRound(scroll.y() * ratio));
@@ -84,6 +102,7 @@ void ImageView::SetRotation(double totalDegrees) {
     if (!std::isfinite(totalDegrees)) throw InvalidCall();
     const QScopedValueRollback<bool> own(ownScroll_, true);
     rotation_ = totalDegrees;
+    BeginQuickFrames();
     UpdateScrollRange();
     viewport()->update();
 }

@@ -13,6 +13,7 @@
 #include <QPoint>
 #include <QRect>
 #include <QRegion>
+#include <QTimer>
 #include <QTransform>
 
 #include <optional>
@@ -40,6 +41,10 @@ class ImageView : public QAbstractScrollArea, public ScanViewPort {
     bool ReducedCopiesReady() const {
         return !loading_ && !reductionPending_ && !reducing_ && !scan_.Pristine.isNull();
     }
+
+    // False for a moment after a zoom or rotation step: the step is painted at once with the
+    // nearest pixels, and the smoothed frame follows when no further step came for a while.
+    bool Refined() const { return !quick_; }
 
     ViewMetrics Metrics() const override;
     void SetScroll(int32_t x, int32_t y) override;
@@ -84,6 +89,10 @@ class ImageView : public QAbstractScrollArea, public ScanViewPort {
     QRegion Background(const QRect& exposed) const;
     void PaintLayer(QPainter& painter, const QImage& image, const QTransform& transform,
                     const QRect& exposed, bool smooth) const;
+    void DrawPixels(QPainter& painter, const QImage& image, const QRect& source,
+                    const QRect& exposed) const;
+    void SmoothEdges(QPainter& painter, const QImage& image, const QTransform& transform,
+                     const QRect& exposed) const;
     void PaintScan(QPainter& painter, const QRect& exposed) const;
     void PaintLens(QPainter& painter, const QRect& exposed) const;
     QRect LensRect() const;
@@ -91,6 +100,8 @@ class ImageView : public QAbstractScrollArea, public ScanViewPort {
 
     DecodedScan scan_;
     ReducedCopies reduced_;
+    // The band along an edge of the scan that anti-aliasing paints apart, kept between paints.
+    mutable QImage band_;
     bool loading_ = false;
     // The reduced copies wait for the scan's first frame, then are made on a worker thread.
     bool reductionPending_ = false;
@@ -107,6 +118,10 @@ class ImageView : public QAbstractScrollArea, public ScanViewPort {
     std::optional<QPoint> lensCentre_;
     // The conversion buffer of the paints; painting leaves the view as it was.
     mutable PixelStage stage_;
+    // Steps in quick succession are painted quickly; the refinement timer ends that.
+    void BeginQuickFrames();
+    bool quick_ = false;
+    QTimer refine_;
     // Set while the model moves the view itself, so that scrolled() reports only other moves.
     bool ownScroll_ = false;
 };

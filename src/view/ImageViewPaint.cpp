@@ -6,6 +6,8 @@
 
 #include <QPaintEvent>
 #include <QPainter>
+#include <QPainterPath>
+#include <QPainterPathStroker>
 #include <QRegion>
 #include <QScrollBar>
 
@@ -41,6 +43,22 @@ QTransform ImageView::ImageToViewport(double zoom) const {
     return t;
 }
 
+// The scan's pixels in the source rectangle, under the painter's transform.
+void ImageView::DrawPixels(QPainter& painter, const QImage& image, const QRect& source,
+                           const QRect& exposed) const {
+    if (painter.transform().type() > QTransform::TxTranslate &&
+        PixelStage::DrawTurned(painter, image, source))
+        return;
+    // Converting costs a pass over the source: worth it only where it is about the size of
+    // what is painted.
+    const qint64 painted = qint64(exposed.width()) * exposed.height();
+    if (PixelStage::Needed(image, painter.transform()) &&
+        qint64(source.width()) * source.height() <= 2 * painted)
+        stage_.Draw(painter, image, source);
+    else
+        painter.drawImage(source.topLeft(), image, source);
+}
+
 void ImageView::PaintLayer(QPainter& painter, const QImage& image, const QTransform& transform,
                            const QRect& exposed, bool smooth) const {
     const QRectF needed = transform.inverted().mapRect(QRectF(exposed));
@@ -48,17 +66,15 @@ void ImageView::PaintLayer(QPainter& painter, const QImage& image, const QTransf
     if (source.isEmpty()) return;
     painter.save();
     painter.setTransform(transform);
-    painter.setRenderHint(QPainter::Antialiasing, antiAlias_);
     // Nearest neighbour unless smoothing a reduced view: handwriting's pixels stay sharp.
     painter.setRenderHint(QPainter::SmoothPixmapTransform, smooth);
-    // Converting costs a pass over the source: worth it only where it is about the size of
-    // what is painted.
-    const qint64 painted = qint64(exposed.width()) * exposed.height();
-    if (PixelStage::Needed(image, transform) &&
-        qint64(source.width()) * source.height() <= 2 * painted)
-        stage_.Draw(painter, image, source);
-    else
-        painter.drawImage(source.topLeft(), image, source);
+    // Anti-aliasing changes only the pixels along the scan's own edges. The scan is drawn
+    // without it, along Qt's fast path for a turned image, and the edges that show are drawn
+    // again with it.
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    DrawPixels(painter, image, source, exposed);
+    if (antiAlias_ && !QRectF(image.rect()).contains(needed))
+        SmoothEdges(painter, image, transform, exposed);
     if (negative_) {
         // White in difference mode turns each painted pixel into its negative.
         painter.setCompositionMode(QPainter::CompositionMode_Difference);
@@ -67,8 +83,42 @@ void ImageView::PaintLayer(QPainter& painter, const QImage& image, const QTransf
     painter.restore();
 }
 
+// Each edge of the scan in the exposed part, painted as anti-aliasing paints it: a band of a few
+// pixels along the edge is drawn apart, the ground and then the scan with its edge smoothed, and
+// put in place. Apart, the painter works on the band's pixels alone.
+void ImageView::SmoothEdges(QPainter& painter, const QImage& image, const QTransform& transform,
+                            const QRect& exposed) const {
+    constexpr double BandWidth = 4.0;
+    const QPolygonF corners = transform.map(QPolygonF(QRectF(image.rect())));
+    const QTransform back = transform.inverted();
+    QPainterPathStroker stroker;
+    stroker.setWidth(BandWidth);
+    for (qsizetype i = 0; i < 4; ++i) {
+        QPainterPath edge(corners.at(i));
+        edge.lineTo(corners.at((i + 1) % 4));
+        const QRect area = stroker.createStroke(edge).boundingRect().toAlignedRect() & exposed;
+        if (area.isEmpty()) continue;
+        const QRect source =
+            back.mapRect(QRectF(area)).toAlignedRect().adjusted(-2, -2, 2, 2) & image.rect();
+        band_ = QImage(area.size(), QImage::Format_RGB32);
+        band_.fill(palette().color(QPalette::Dark));
+        {
+            QPainter apart(&band_);
+            apart.setTransform(transform * QTransform::fromTranslate(-area.left(), -area.top()));
+            apart.setRenderHint(QPainter::SmoothPixmapTransform,
+                                painter.testRenderHint(QPainter::SmoothPixmapTransform));
+            apart.setRenderHint(QPainter::Antialiasing, true);
+            DrawPixels(apart, image, source, QRect(QPoint(0, 0), area.size()));
+        }
+        painter.save();
+        painter.resetTransform();
+        painter.drawImage(area.topLeft(), band_);
+        painter.restore();
+    }
+}
+
 void ImageView::PaintScan(QPainter& painter, const QRect& exposed) const {
-    const bool smooth = smoothing_ && zoom_ < 1.0;
+    const bool smooth = smoothing_ && zoom_ < 1.0 && !quick_;
     // Smoothing a zoomed-out view starts from the box-filtered copy nearest above the zoom.
     int reduction = 1;
     if (smooth && zoom_ <= 0.25 && !reduced_.Quarter.isNull())

@@ -7,8 +7,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstring>
 #include <optional>
+#include <vector>
 
 namespace tv {
 
@@ -106,6 +108,158 @@ std::optional<QPoint> WholePixelMove(const QTransform& transform) {
     return move;
 }
 
+// The 32-bit image a raster painter paints on, when opaque pixels may be written straight into
+// it as the painter would draw them: no clip but the device's own, full opacity, drawn over.
+const QImage* DirectTarget(QPainter& painter, const QImage& image) {
+    if (image.hasAlphaChannel() || painter.hasClipping() || painter.opacity() < 1.0 ||
+        painter.compositionMode() != QPainter::CompositionMode_SourceOver)
+        return nullptr;
+    QPaintEngine* engine = painter.paintEngine();
+    QPaintDevice* device = engine != nullptr ? engine->paintDevice() : nullptr;
+    if (engine == nullptr || engine->type() != QPaintEngine::Raster || device == nullptr ||
+        device->devType() != QInternal::Image)
+        return nullptr;
+    const auto* target = static_cast<const QImage*>(device);
+    if (target->format() != QImage::Format_RGB32 &&
+        target->format() != QImage::Format_ARGB32_Premultiplied)
+        return nullptr;
+    return target;
+}
+
+// The kinds of image the turned drawing reads.
+bool ReadsTurned(const QImage& image) {
+    switch (image.format()) {
+    case QImage::Format_Mono:
+    case QImage::Format_MonoLSB:
+    case QImage::Format_Indexed8:
+    case QImage::Format_Grayscale8:
+    case QImage::Format_RGB32:
+        return true;
+    default:
+        return false;
+    }
+}
+
+qint64 FloorDiv(qint64 a, qint64 b) {
+    const qint64 q = a / b;
+    return (a % b != 0 && (a < 0) != (b < 0)) ? q - 1 : q;
+}
+
+// The steps t in [0, count) at which value + t * step lies in [low, high), as [first, last).
+std::pair<qint64, qint64> StepsWithin(qint64 value, qint64 step, qint64 low, qint64 high,
+                                      qint64 count) {
+    qint64 first = 0;
+    qint64 last = count;
+    if (step > 0) {
+        first = FloorDiv(low - value + step - 1, step);
+        last = FloorDiv(high - value + step - 1, step);
+    } else if (step < 0) {
+        first = FloorDiv(high - value, step) + 1;
+        last = FloorDiv(low - value, step) + 1;
+    } else if (value < low || value >= high) {
+        last = 0;
+    }
+    first = std::clamp<qint64>(first, 0, count);
+    last = std::clamp<qint64>(last, first, count);
+    return {first, last};
+}
+
+// Where the device rows of a part find their pixels in the image: 16.16 fixed point, a step along
+// a row adding the same amount to both coordinates.
+struct TurnedRows {
+    QTransform Back; // device to image
+    QRect Source;
+    QRect Part;
+    Rows32 Out; // row 0 is the part's top row
+    const uchar* Bits;
+    qsizetype BytesPerLine;
+
+    static constexpr double One = 65536.0;
+
+    // Rows [top, bottom) of the part; pixels whose centre falls outside the source are left as
+    // they are. Fetch(row, x) gives pixel x of an image row as the painter's 32-bit pixel.
+    template <typename Fetch> void Draw(int top, int bottom, Fetch fetch) const {
+        if (Back.m12() == 0.0 && Back.m21() == 0.0) return DrawUpright(top, bottom, fetch);
+        const auto stepX = static_cast<qint64>(std::llround(Back.m11() * One));
+        const auto stepY = static_cast<qint64>(std::llround(Back.m12() * One));
+        for (int y = top; y < bottom; ++y) {
+            const auto [fx, fy] = RowStart(y);
+            const auto [first, last] = Within(fx, fy, stepX, stepY);
+            QRgb* to = Out[y - Part.top()];
+            qint64 px = fx + first * stepX;
+            qint64 py = fy + first * stepY;
+            for (qint64 t = first; t < last; ++t, px += stepX, py += stepY)
+                to[t] = fetch(Bits + (py >> 16) * BytesPerLine, static_cast<int>(px >> 16));
+        }
+    }
+
+  private:
+    std::pair<qint64, qint64> RowStart(int y) const {
+        const QPointF first = Back.map(QPointF(Part.left() + 0.5, y + 0.5));
+        return {static_cast<qint64>(std::floor(first.x() * One)),
+                static_cast<qint64>(std::floor(first.y() * One))};
+    }
+
+    // The steps along a row whose pixel centres fall within the source.
+    std::pair<qint64, qint64> Within(qint64 fx, qint64 fy, qint64 stepX, qint64 stepY) const {
+        const qint64 count = Part.width();
+        const auto [x0, x1] = StepsWithin(fx, stepX, qint64(Source.left()) << 16,
+                                          qint64(Source.right() + 1) << 16, count);
+        const auto [y0, y1] = StepsWithin(fy, stepY, qint64(Source.top()) << 16,
+                                          qint64(Source.bottom() + 1) << 16, count);
+        const qint64 first = std::max(x0, y0);
+        return {first, std::max(first, std::min(x1, y1))};
+    }
+
+    // Scaled or mirrored but not turned: every row takes its pixels from the same columns of
+    // one image row, worked out once, each from its pixel's centre.
+    template <typename Fetch> void DrawUpright(int top, int bottom, Fetch fetch) const {
+        qint64 first = -1;
+        std::vector<int> columns;
+        for (int t = 0; t < Part.width(); ++t) {
+            const double x = std::floor(Back.m11() * (Part.left() + t + 0.5) + Back.dx());
+            if (x < Source.left() || x > Source.right()) continue;
+            if (first < 0) first = t;
+            columns.push_back(static_cast<int>(x));
+        }
+        if (first < 0) return;
+        for (int y = top; y < bottom; ++y) {
+            const double iy = std::floor(Back.m22() * (y + 0.5) + Back.dy());
+            if (iy < Source.top() || iy > Source.bottom()) continue;
+            const uchar* row = Bits + static_cast<qsizetype>(iy) * BytesPerLine;
+            QRgb* to = Out[y - Part.top()] + first;
+            for (int x : columns)
+                *to++ = fetch(row, x);
+        }
+    }
+
+  public:
+    // Rows [top, bottom) read from the image, through one fetch made for its kind.
+    void DrawFrom(const QImage& image, int top, int bottom) const {
+        const Colours colours = PaletteOf(image, false);
+        switch (image.format()) {
+        case QImage::Format_Grayscale8:
+            return Draw(top, bottom,
+                        [](const uchar* row, int x) { return 0xFF000000U | (row[x] * 0x010101U); });
+        case QImage::Format_RGB32:
+            return Draw(top, bottom, [](const uchar* row, int x) {
+                return reinterpret_cast<const QRgb*>(row)[x];
+            });
+        case QImage::Format_Indexed8:
+            return Draw(top, bottom,
+                        [&colours](const uchar* row, int x) { return colours[row[x]]; });
+        case QImage::Format_Mono:
+            return Draw(top, bottom, [&colours](const uchar* row, int x) {
+                return colours[(row[x >> 3] >> (7 - (x & 7))) & 1];
+            });
+        default:
+            return Draw(top, bottom, [&colours](const uchar* row, int x) {
+                return colours[(row[x >> 3] >> (x & 7)) & 1];
+            });
+        }
+    }
+};
+
 } // namespace
 
 bool PixelStage::Needed(const QImage& image, const QTransform& transform) {
@@ -136,18 +290,9 @@ void PixelStage::Draw(QPainter& painter, const QImage& image, const QRect& sourc
 
 // Only opaque pixels drawn over what is there, so that writing them is what the painter would do.
 bool PixelStage::DrawDirect(QPainter& painter, const QImage& image, const QRect& source) {
-    if (image.hasAlphaChannel() || painter.hasClipping() || painter.opacity() < 1.0 ||
-        painter.compositionMode() != QPainter::CompositionMode_SourceOver)
-        return false;
+    const QImage* target = DirectTarget(painter, image);
+    if (target == nullptr) return false;
     QPaintEngine* engine = painter.paintEngine();
-    QPaintDevice* device = engine != nullptr ? engine->paintDevice() : nullptr;
-    if (engine == nullptr || engine->type() != QPaintEngine::Raster || device == nullptr ||
-        device->devType() != QInternal::Image)
-        return false;
-    const auto* target = static_cast<const QImage*>(device);
-    if (target->format() != QImage::Format_RGB32 &&
-        target->format() != QImage::Format_ARGB32_Premultiplied)
-        return false;
     const std::optional<QPoint> move = WholePixelMove(painter.deviceTransform());
     if (!move) return false;
     const QRect onDevice = source.translated(*move) & target->rect();
@@ -161,6 +306,32 @@ bool PixelStage::DrawDirect(QPainter& painter, const QImage& image, const QRect&
         Convert(image, part.translated(-*move),
                 Rows32{bits + part.top() * bytesPerLine + part.left() * qsizetype(sizeof(QRgb)),
                        bytesPerLine});
+    return true;
+}
+
+bool PixelStage::DrawTurned(QPainter& painter, const QImage& image, const QRect& source) {
+    if (painter.testRenderHint(QPainter::SmoothPixmapTransform) ||
+        painter.testRenderHint(QPainter::Antialiasing) || !ReadsTurned(image))
+        return false;
+    const QImage* target = DirectTarget(painter, image);
+    const QTransform toDevice = painter.deviceTransform();
+    if (target == nullptr || !toDevice.isAffine() || !toDevice.isInvertible()) return false;
+    const QRect onDevice = toDevice.mapRect(QRectF(source)).toAlignedRect() & target->rect();
+    const QRegion clip = painter.paintEngine()->systemClip();
+    const QRegion drawn = clip.isEmpty() ? QRegion(onDevice) : clip.intersected(onDevice);
+    auto* bits = const_cast<uchar*>(target->constBits());
+    const qsizetype bytesPerLine = target->bytesPerLine();
+    for (const QRect& part : drawn) {
+        const TurnedRows rows{
+            toDevice.inverted(),
+            source,
+            part,
+            Rows32{bits + part.top() * bytesPerLine + part.left() * qsizetype(sizeof(QRgb)),
+                   bytesPerLine},
+            image.constBits(),
+            image.bytesPerLine()};
+        rows.DrawFrom(image, part.top(), part.bottom() + 1);
+    }
     return true;
 }
 

@@ -21,6 +21,12 @@ class PixelStage {
     // the transform only moves the image, a band of rows at a time, drawn while the converted
     // rows are still in the processor's cache.
     void Draw(QPainter& painter, const QImage& image, const QRect& source);
+    // Draws the source rectangle turned, scaled or mirrored by the painter's transform, each
+    // pixel of the device taking the nearest pixel of the image, straight into a 32-bit image
+    // the painter paints on; the rows are shared with a worker thread. False, with nothing
+    // drawn, when the painter or the image asks for more (smoothing, anti-aliasing, a clip,
+    // transparency, another kind of device or of image).
+    static bool DrawTurned(QPainter& painter, const QImage& image, const QRect& source);
 
   private:
     // When the painter paints on a 32-bit image (a window's backing store, a widget rendered to

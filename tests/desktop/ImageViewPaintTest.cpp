@@ -4,6 +4,7 @@
 
 #include <QMouseEvent>
 #include <QSignalSpy>
+#include <QTest>
 
 namespace tv::test {
 
@@ -61,6 +62,34 @@ TEST_F(ImageViewTest, SmoothingAveragesAZoomedOutCheckerboard) {
         for (QPoint p : {QPoint(5, 5), QPoint(20, 31), QPoint(44, 12)})
             EXPECT_NEAR(Grey(shown, p.x(), p.y()), 128, 3);
     }
+}
+
+// A zoom step is painted at once with the nearest pixels; the smoothed frame follows when the
+// steps stop, and a further step in the meantime puts it off again.
+TEST_F(ImageViewTest, AZoomStepIsPaintedAtOnceAndSmoothedWhenTheStepsStop) {
+    auto view = Loaded(Save(Checkerboard({200, 200}), "checks.png"));
+    const QRect area(10, 10, 60, 60);
+    view->SetZoom(0.5);
+    EXPECT_FALSE(view->Refined());
+    EXPECT_TRUE(OnlyBlackAndWhite(GrabNow(*view), area));
+    QTest::qWait(50);
+    view->SetZoom(0.4);
+    QTest::qWait(50);
+    EXPECT_FALSE(view->Refined());
+    EXPECT_TRUE(OnlyBlackAndWhite(GrabNow(*view), area));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view->Refined(); }, 1000));
+    EXPECT_FALSE(OnlyBlackAndWhite(GrabNow(*view), area));
+}
+
+// A rotation step likewise.
+TEST_F(ImageViewTest, ARotationStepIsSmoothedWhenTheStepsStop) {
+    auto view = Loaded(Save(Checkerboard({200, 200}), "checks.png"));
+    view->SetZoom(0.5);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return view->Refined(); }, 1000));
+    view->SetRotation(0.4);
+    EXPECT_FALSE(view->Refined());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view->Refined(); }, 1000));
+    EXPECT_FALSE(OnlyBlackAndWhite(GrabNow(*view), QRect(40, 40, 40, 40)));
 }
 
 TEST_F(ImageViewTest, WithoutSmoothingAZoomedOutViewKeepsPurePixels) {

@@ -122,8 +122,13 @@ std::unique_ptr<ImageView> ImageViewTest::Loaded(const QString& path, QSize size
     return view;
 }
 
-QImage Grab(ImageView& view) {
+QImage GrabNow(ImageView& view) {
     return view.viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+QImage Grab(ImageView& view) {
+    EXPECT_TRUE(QTest::qWaitFor([&view] { return view.Refined(); }));
+    return GrabNow(view);
 }
 
 } // namespace tv::test

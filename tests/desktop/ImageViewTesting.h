@@ -21,8 +21,10 @@ QImage Checkerboard(QSize size);
 QByteArray GifOf(const QImage& blackAndWhite);
 // The grey value of a grabbed pixel.
 int Grey(const QImage& image, int x, int y);
-// What the viewport shows now.
+// What the viewport shows once the smoothed frame of the last zoom or rotation step is there.
 QImage Grab(ImageView& view);
+// What the viewport shows at once.
+QImage GrabNow(ImageView& view);
 // Black pixels in a rectangle of a grabbed image.
 int BlackPixels(const QImage& image, const QRect& area);
 
