@@ -151,8 +151,12 @@ std::string PadRight(std::string_view text, std::size_t width) {
     return out;
 }
 
+// The rightmost width characters of width spaces then text, made without building that string.
 std::string AlignRight(std::string_view text, std::size_t width) {
-    return Right(std::string(width, ' ') + std::string(text), width);
+    if (text.size() >= width) return std::string(text.substr(text.size() - width));
+    std::string out(width - text.size(), ' ');
+    out += text;
+    return out;
 }
 
 std::string AlignRight(long long number, std::size_t width) {

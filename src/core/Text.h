@@ -29,6 +29,10 @@ std::string TrimRight(std::string_view text); // trailing spaces
 std::string UCase(std::string_view text);     // ASCII letters
 std::string LCase(std::string_view text);     // ASCII letters
 bool StartsWith(std::string_view text, std::string_view prefix);
+// The same for a one-character prefix, made inline: the reader tests every line with it.
+inline bool StartsWith(std::string_view text, char first) {
+    return !text.empty() && text.front() == first;
+}
 // The first n characters (all of them when shorter).
 std::string Left(std::string_view text, std::size_t n);
 // The last n characters (all of them when shorter).

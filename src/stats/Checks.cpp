@@ -7,7 +7,10 @@
 #include "transcription/TextConversion.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
+#include <string_view>
+#include <utility>
 
 namespace tv {
 
@@ -32,9 +35,18 @@ const char* CategoryTitle(int16_t category) {
     }
 }
 
+// What the reader stores for a record without a surname. A view, so that the lengths are
+// compared before any text: the check looks at every line.
+constexpr std::string_view BlankSurname = "(blank)";
+
 // Kept deliberately: the index prints only three digits, so line 1000 shows as "000".
 std::string ResultLine(const RecordTable& table, int index) {
-    return AlignRight(index, 3) + " " + table.LineText[index];
+    const std::string& text = table.LineText[index];
+    std::string line = AlignRight(index, 3);
+    line.reserve(line.size() + 1 + text.size());
+    line += ' ';
+    line += text;
+    return line;
 }
 
 // The first line from CheckIndex on that matches; the iterator stays on it.
@@ -50,34 +62,57 @@ bool FindLine(CheckIterator& it, const RecordTable& table, std::string& line, Ma
     return false;
 }
 
+// Each Windows-1252 byte as a name key has it: folded to a plain letter, then in lower case.
+const std::array<char, 256> KeyLetters = [] {
+    std::string all(256, ' ');
+    for (std::size_t c = 0; c < all.size(); ++c)
+        all[c] = static_cast<char>(c);
+    std::string folded = ConvTo7BitASCII(all);
+    std::array<char, 256> letters{};
+    for (std::size_t c = 0; c < letters.size(); ++c) {
+        char f = folded[c];
+        letters[c] = f >= 'A' && f <= 'Z' ? static_cast<char>(f - 'A' + 'a') : f;
+    }
+    return letters;
+}();
+
 // A name as the sequence check compares it: folded to plain letters, in lower case, without the
 // spaces around it. A surname loses every space, which is what its apostrophes and hyphens fold
-// to: O'Brien, OBrien and O Brien compare equal, and Smith-Jones sorts as smithjones. Made in
-// place, as the check runs over every record of the file.
-std::string NameKey(const std::string& field, bool surname) {
-    std::string key = ConvTo7BitASCII(field);
+// to: O'Brien, OBrien and O Brien compare equal, and Smith-Jones sorts as smithjones. Made into
+// key in one pass, reusing its memory, as the check runs over every record of the file.
+void MakeNameKey(const std::string& field, bool surname, std::string& key) {
+    key.resize(field.size());
+    char* out = key.data();
     std::size_t kept = 0;
-    for (char c : key) {
-        if (surname && c == ' ') continue;
-        key[kept++] = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    for (char c : field) {
+        char letter = KeyLetters[static_cast<unsigned char>(c)];
+        if (surname && letter == ' ') continue;
+        out[kept++] = letter;
     }
     key.resize(kept);
     if (!surname) {
         key.erase(key.find_last_not_of(' ') + 1);
         key.erase(0, std::min(key.size(), key.find_first_not_of(' ')));
     }
-    return key;
 }
+
+// The forename keys of two neighbouring lines, kept for the whole run of the check so that each
+// key is made in memory an earlier line already took.
+struct ForenameKeys {
+    std::string Previous;
+    std::string Current;
+};
 
 // Line i under line i - 1, whose surnames' keys are given.
 bool InSequence(const RecordTable& table, int i, const std::string& previousSurname,
-                const std::string& surname) {
-    if (surname < previousSurname) return false;
-    if (surname != previousSurname) return true;
-    std::string forenames = NameKey(table.Forenames[i], false);
+                const std::string& surname, ForenameKeys& forenames) {
+    int order = surname.compare(previousSurname);
+    if (order != 0) return order > 0;
+    MakeNameKey(table.Forenames[i], false, forenames.Current);
+    MakeNameKey(table.Forenames[i - 1], false, forenames.Previous);
     // An unnamed child entered as "male" or "female" may stand anywhere under its surname.
-    return forenames >= NameKey(table.Forenames[i - 1], false) || forenames == "male" ||
-           forenames == "female";
+    return forenames.Current >= forenames.Previous || forenames.Current == "male" ||
+           forenames.Current == "female";
 }
 
 // A pair is handed out over two calls: its first line now, its second on the next call.
@@ -90,8 +125,13 @@ bool NextNameOutOfSequence(CheckIterator& it, bool fresh, const RecordTable& tab
         return true;
     }
     if (fresh) it.CheckIndex = 2;
-    // Each surname's key is made once, as the line and then as the one before the next.
-    std::string previous;
+    // Each surname's key is made once, as the line and then as the one before the next: the two
+    // keys trade places by pointer, their memory staying put.
+    std::string keyA;
+    std::string keyB;
+    std::string* previous = &keyA;
+    std::string* surname = &keyB;
+    ForenameKeys forenames;
     bool previousKnown = false;
     for (int i = it.CheckIndex; i <= table.LineCount; ++i) {
         // A header line between two records breaks the chain.
@@ -99,15 +139,15 @@ bool NextNameOutOfSequence(CheckIterator& it, bool fresh, const RecordTable& tab
             previousKnown = false;
             continue;
         }
-        if (!previousKnown) previous = NameKey(table.Surname[i - 1], true);
-        std::string surname = NameKey(table.Surname[i], true);
-        if (!InSequence(table, i, previous, surname)) {
+        if (!previousKnown) MakeNameKey(table.Surname[i - 1], true, *previous);
+        MakeNameKey(table.Surname[i], true, *surname);
+        if (!InSequence(table, i, *previous, *surname, forenames)) {
             it.CheckIndex = To16(i);
             it.CheckPairPending = true;
             line = ResultLine(table, i - 1);
             return true;
         }
-        previous = std::move(surname);
+        std::swap(previous, surname);
         previousKnown = true;
     }
     return false;
@@ -170,7 +210,7 @@ bool FindNext(CheckIterator& it, int16_t category, bool fresh, const CheckInputs
     case CheckFlagged:
         return FindLine(it, t, line, [&](int i) { return t.LineFlagged[i]; });
     case CheckMissingSurnames:
-        return FindLine(it, t, line, [&](int i) { return t.Surname[i] == "(blank)"; });
+        return FindLine(it, t, line, [&](int i) { return t.Surname[i] == BlankSurname; });
     case CheckFileNames:
         return NextFileNameLine(it, in, line);
     default:

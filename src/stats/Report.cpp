@@ -2,6 +2,8 @@
 
 #include "stats/StatsParts.h"
 
+#include <cstddef>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -11,15 +13,21 @@ namespace {
 
 class Report {
   public:
-    void Text(const std::string& text) { lines_.push_back({text, false}); }
-    void Heading(const std::string& text) { lines_.push_back({text, true}); }
+    void Text(std::string text) { lines_.push_back({std::move(text), false}); }
+    void Heading(std::string text) { lines_.push_back({std::move(text), true}); }
     void Blank() { Text(""); }
-    // Each line behind indent, or noneText alone when there is none.
+    // Each line behind indent, or noneText alone when there is none. Each line is made once, at
+    // its full length, and moved into the report.
     void Indented(const std::vector<std::string>& lines, const std::string& indent,
                   const std::string& noneText) {
         if (lines.empty()) Text(noneText);
-        for (const std::string& line : lines)
-            Text(indent + line);
+        for (const std::string& line : lines) {
+            std::string text;
+            text.reserve(indent.size() + line.size());
+            text += indent;
+            text += line;
+            Text(std::move(text));
+        }
     }
     std::vector<ReportLine> Take() { return std::move(lines_); }
 
@@ -92,14 +100,19 @@ std::vector<ReportLine> ReportLines(bool allRecords, const std::string& scanDesc
 }
 
 bool ReportHasFindings(CheckIterator& it, const CheckInputs& in) {
-    bool found = false;
+    std::vector<int16_t> categories;
     for (int16_t category : {CheckQueries, CheckFlagged, CheckFileNames, CheckNamesOutOfSequence,
-                             CheckMissingSurnames, CheckSuspectAge}) {
-        if (category == CheckSuspectAge && !in.Table.HasExtraField) continue;
-        // Each category runs to its end, so the iterator is left ready for any caller.
-        found = !CollectCheckLines(it, category, in).Lines.empty() || found;
-    }
-    return found;
+                             CheckMissingSurnames, CheckSuspectAge})
+        if (category != CheckSuspectAge || in.Table.HasExtraField) categories.push_back(category);
+    bool found = false;
+    std::string title;
+    std::string line;
+    // A category's first line is all the answer needs: the next category starts afresh whatever
+    // the one before left behind.
+    for (std::size_t k = 0; k + 1 < categories.size(); ++k)
+        found = GetNextCheckLine(it, categories[k], title, line, in) || found;
+    // The last runs to its end, so the iterator is left ready for any caller, as after a list.
+    return !CollectCheckLines(it, categories.back(), in).Lines.empty() || found;
 }
 
 } // namespace tv

@@ -19,7 +19,12 @@ CheckList CollectCheckLines(CheckIterator& it, int16_t category, const CheckInpu
 }
 
 std::string TableRow(const RecordTable& table, int index, std::size_t indexWidth) {
-    return AlignRight(index, indexWidth) + "  " + table.LineText[index];
+    const std::string& text = table.LineText[index];
+    std::string row = AlignRight(index, indexWidth);
+    row.reserve(row.size() + 2 + text.size());
+    row += "  ";
+    row += text;
+    return row;
 }
 
 std::vector<std::string> HeaderRows(const RecordTable& table, std::size_t indexWidth,

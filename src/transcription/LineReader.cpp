@@ -25,7 +25,10 @@ const char* LineEnd(const char* data, const char* end) {
 // start of the next.
 class LineSplitter {
   public:
-    explicit LineSplitter(std::size_t maxLines) : maxLines_(maxLines) {}
+    // Room for every line the limit allows, made once rather than grown line by line.
+    explicit LineSplitter(std::size_t maxLines) : maxLines_(maxLines) {
+        result_.Lines.reserve(maxLines);
+    }
 
     // False once a line beyond maxLines starts: nothing more needs reading.
     bool Feed(const char* data, std::size_t size) {

@@ -21,7 +21,8 @@ inline constexpr std::size_t HeadBytes = 201;
 
 // The lines of the file at path, read-only and in binary. A line ends at CR LF, at LF or at CR;
 // a last line without a line end counts; the end of the file after a line end adds no line.
-// Throws FileError with the system's reason when the file cannot be opened or read.
+// Throws FileError with the system's reason when the file cannot be opened or read. Room for
+// maxLines lines is made at the start, so maxLines is a real limit, not "any number".
 RawLines ReadLines(const std::string& path, std::size_t maxLines);
 
 } // namespace tv
