@@ -87,8 +87,11 @@ class ImageView : public QAbstractScrollArea, public ScanViewPort {
     // Maps image pixels to viewport pixels at the given zoom.
     QTransform ImageToViewport(double zoom) const;
     QRegion Background(const QRect& exposed) const;
+    QRect ContentRect() const;
+    // Paints the scan in the exposed part; cover, when not empty, is the part it paints whole,
+    // the ground where the scan is not.
     void PaintLayer(QPainter& painter, const QImage& image, const QTransform& transform,
-                    const QRect& exposed, bool smooth) const;
+                    const QRect& exposed, bool smooth, const QRect& cover = {}) const;
     void DrawPixels(QPainter& painter, const QImage& image, const QRect& source,
                     const QRect& exposed) const;
     void SmoothEdges(QPainter& painter, const QImage& image, const QTransform& transform,
@@ -121,6 +124,8 @@ class ImageView : public QAbstractScrollArea, public ScanViewPort {
     // Steps in quick succession are painted quickly; the refinement timer ends that.
     void BeginQuickFrames();
     bool quick_ = false;
+    // Set from a zoom or rotation step to the next paint: the whole view is painted anew.
+    bool repaintAll_ = false;
     QTimer refine_;
     // Set while the model moves the view itself, so that scrolled() reports only other moves.
     bool ownScroll_ = false;

@@ -46,9 +46,6 @@ QTransform ImageView::ImageToViewport(double zoom) const {
 // The scan's pixels in the source rectangle, under the painter's transform.
 void ImageView::DrawPixels(QPainter& painter, const QImage& image, const QRect& source,
                            const QRect& exposed) const {
-    if (painter.transform().type() > QTransform::TxTranslate &&
-        PixelStage::DrawTurned(painter, image, source))
-        return;
     // Converting costs a pass over the source: worth it only where it is about the size of
     // what is painted.
     const qint64 painted = qint64(exposed.width()) * exposed.height();
@@ -60,22 +57,33 @@ void ImageView::DrawPixels(QPainter& painter, const QImage& image, const QRect& 
 }
 
 void ImageView::PaintLayer(QPainter& painter, const QImage& image, const QTransform& transform,
-                           const QRect& exposed, bool smooth) const {
+                           const QRect& exposed, bool smooth, const QRect& cover) const {
     const QRectF needed = transform.inverted().mapRect(QRectF(exposed));
     const QRect source = needed.toAlignedRect().adjusted(-2, -2, 2, 2) & image.rect();
-    if (source.isEmpty()) return;
+    const QColor ground = palette().color(QPalette::Dark);
     painter.save();
     painter.setTransform(transform);
     // Nearest neighbour unless smoothing a reduced view: handwriting's pixels stay sharp.
     painter.setRenderHint(QPainter::SmoothPixmapTransform, smooth);
     // Anti-aliasing changes only the pixels along the scan's own edges. The scan is drawn
-    // without it, along Qt's fast path for a turned image, and the edges that show are drawn
-    // again with it.
+    // without it, and the edges that show are drawn again with it.
     painter.setRenderHint(QPainter::Antialiasing, false);
-    DrawPixels(painter, image, source, exposed);
-    if (antiAlias_ && !QRectF(image.rect()).contains(needed))
+    // A turned or scaled scan is written straight into the view's pixels, with the ground
+    // around a turned one in the same pass; otherwise the ground goes first.
+    const bool turned =
+        !source.isEmpty() && transform.type() > QTransform::TxTranslate &&
+        (cover.isEmpty() ? PixelStage::DrawTurned(painter, image, source)
+                         : PixelStage::DrawTurned(painter, image, source, ground.rgb(), cover));
+    if (!turned && !cover.isEmpty()) {
+        painter.save();
+        painter.resetTransform();
+        painter.fillRect(cover, ground);
+        painter.restore();
+    }
+    if (!turned && !source.isEmpty()) DrawPixels(painter, image, source, exposed);
+    if (!source.isEmpty() && antiAlias_ && !QRectF(image.rect()).contains(needed))
         SmoothEdges(painter, image, transform, exposed);
-    if (negative_) {
+    if (!source.isEmpty() && negative_) {
         // White in difference mode turns each painted pixel into its negative.
         painter.setCompositionMode(QPainter::CompositionMode_Difference);
         painter.fillRect(source, Qt::white);
@@ -118,18 +126,22 @@ void ImageView::SmoothEdges(QPainter& painter, const QImage& image, const QTrans
 }
 
 void ImageView::PaintScan(QPainter& painter, const QRect& exposed) const {
-    const bool smooth = smoothing_ && zoom_ < 1.0 && !quick_;
+    const bool smoothing = smoothing_ && zoom_ < 1.0;
+    // Between quick steps the nearest pixels are taken, of the same copy.
+    const bool smooth = smoothing && !quick_;
     // Smoothing a zoomed-out view starts from the box-filtered copy nearest above the zoom.
     int reduction = 1;
-    if (smooth && zoom_ <= 0.25 && !reduced_.Quarter.isNull())
+    if (smoothing && zoom_ <= 0.25 && !reduced_.Quarter.isNull())
         reduction = 4;
-    else if (smooth && zoom_ <= 0.5 && !reduced_.Half.isNull())
+    else if (smoothing && zoom_ <= 0.5 && !reduced_.Half.isNull())
         reduction = 2;
     const QImage& image =
         reduction == 4 ? reduced_.Quarter : (reduction == 2 ? reduced_.Half : scan_.Pristine);
     QTransform transform = ImageToViewport(zoom_);
     transform.scale(reduction, reduction);
-    PaintLayer(painter, image, transform, exposed, smooth);
+    // A turned scan paints its whole bounding box, the ground in its corners included.
+    const QRect cover = rotation_ != 0.0 ? exposed & ContentRect() : QRect();
+    PaintLayer(painter, image, transform, exposed, smooth, cover);
 }
 
 QRect ImageView::LensRect() const {
@@ -160,10 +172,17 @@ void ImageView::PaintLens(QPainter& painter, const QRect& exposed) const {
     painter.restore();
 }
 
+// The turned or upright scan's bounding box in the view, with every pixel it touches.
+QRect ImageView::ContentRect() const {
+    return ImageToViewport(zoom_).mapRect(QRectF(scan_.Pristine.rect())).toAlignedRect();
+}
+
 // The dark ground around the scan. Where an upright scan covers the view it is not painted
-// first: that would write every pixel twice.
+// first: that would write every pixel twice. A turned scan paints the ground within its
+// bounding box itself.
 QRegion ImageView::Background(const QRect& exposed) const {
-    if (scan_.Pristine.isNull() || rotation_ != 0.0) return exposed;
+    if (scan_.Pristine.isNull()) return exposed;
+    if (rotation_ != 0.0) return QRegion(exposed).subtracted(ContentRect());
     const QRectF image = ImageToViewport(zoom_).mapRect(QRectF(scan_.Pristine.rect()));
     const QRect covered(
         QPoint(static_cast<int>(std::ceil(image.left())), static_cast<int>(std::ceil(image.top()))),
@@ -183,6 +202,7 @@ void ImageView::paintEvent(QPaintEvent* event) {
             PaintLens(painter, exposed);
         }
     }
+    repaintAll_ = false;
     BeginReduction();
     emit repainted();
 }

@@ -309,14 +309,19 @@ bool PixelStage::DrawDirect(QPainter& painter, const QImage& image, const QRect&
     return true;
 }
 
-bool PixelStage::DrawTurned(QPainter& painter, const QImage& image, const QRect& source) {
+bool PixelStage::DrawTurned(QPainter& painter, const QImage& image, const QRect& source,
+                            std::optional<QRgb> ground, const QRect& area) {
     if (painter.testRenderHint(QPainter::SmoothPixmapTransform) ||
         painter.testRenderHint(QPainter::Antialiasing) || !ReadsTurned(image))
         return false;
     const QImage* target = DirectTarget(painter, image);
     const QTransform toDevice = painter.deviceTransform();
     if (target == nullptr || !toDevice.isAffine() || !toDevice.isInvertible()) return false;
-    const QRect onDevice = toDevice.mapRect(QRectF(source)).toAlignedRect() & target->rect();
+    // The area is in the painter's coordinates before its transform.
+    const QTransform areaToDevice = painter.transform().inverted() * toDevice;
+    const QRect covered = ground ? areaToDevice.mapRect(QRectF(area)).toAlignedRect()
+                                 : toDevice.mapRect(QRectF(source)).toAlignedRect();
+    const QRect onDevice = covered & target->rect();
     const QRegion clip = painter.paintEngine()->systemClip();
     const QRegion drawn = clip.isEmpty() ? QRegion(onDevice) : clip.intersected(onDevice);
     auto* bits = const_cast<uchar*>(target->constBits());

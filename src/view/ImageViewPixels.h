@@ -6,6 +6,7 @@
 #include <QRect>
 #include <QRgb>
 
+#include <optional>
 #include <vector>
 
 class QPainter;
@@ -22,11 +23,14 @@ class PixelStage {
     // rows are still in the processor's cache.
     void Draw(QPainter& painter, const QImage& image, const QRect& source);
     // Draws the source rectangle turned, scaled or mirrored by the painter's transform, each
-    // pixel of the device taking the nearest pixel of the image, straight into a 32-bit image
-    // the painter paints on; the rows are shared with a worker thread. False, with nothing
-    // drawn, when the painter or the image asks for more (smoothing, anti-aliasing, a clip,
-    // transparency, another kind of device or of image).
-    static bool DrawTurned(QPainter& painter, const QImage& image, const QRect& source);
+    // pixel of the device taking the image pixel under its centre, straight into the 32-bit
+    // image the painter paints on. With a ground colour, every pixel of the area (in the
+    // painter's coordinates before its transform) is written, the ground where the centre falls
+    // outside the source; without, only the source's pixels. False, with nothing drawn, when
+    // the painter or the image asks for more (smoothing, anti-aliasing, a clip, transparency,
+    // another kind of device or of image).
+    static bool DrawTurned(QPainter& painter, const QImage& image, const QRect& source,
+                           std::optional<QRgb> ground = std::nullopt, const QRect& area = {});
 
   private:
     // When the painter paints on a 32-bit image (a window's backing store, a widget rendered to
