@@ -119,8 +119,8 @@ void CheckRoundTrip(const tv::GlobalSettings& g, const tv::ScanHistory& history,
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     // A small laptop screen, a full HD screen and one too small for any stored size.
-    for (tv::ScreenSize screen : {tv::ScreenSize{11520, 20490}, tv::ScreenSize{16200, 28800},
-                                  tv::ScreenSize{3000, 4000}}) {
+    for (tv::ScreenSize screen :
+         {tv::ScreenSize{11520, 20490}, tv::ScreenSize{16200, 28800}, tv::ScreenSize{3000, 4000}}) {
         tv::test::MemorySettingsStore store = StoreOf(text);
         tv::test::FakePrompts prompts;
         tv::ScanHistory history;

@@ -17,8 +17,8 @@ namespace fs = std::filesystem;
 fs::path UnusualFolder(const fs::path& root) {
     fs::path folder = root;
     for (int round = 0; folder.string().size() < 1100; ++round)
-        folder /= "\xC3\x86r\xC3\xB8 \xE5\x90\x8D\xE5\x89\x8D index, part " + std::to_string(round) +
-                  " " + std::string(60, 'y');
+        folder /= "\xC3\x86r\xC3\xB8 \xE5\x90\x8D\xE5\x89\x8D index, part " +
+                  std::to_string(round) + " " + std::string(60, 'y');
     fs::create_directories(folder);
     return folder;
 }

@@ -57,8 +57,8 @@ TEST_F(BadTranscriptionsTest, CommentsOf100To200CharactersAreKeptAndFrom201AreVe
     EXPECT_EQ(Table.LineText[6], Cut(c200));
     EXPECT_EQ(Table.LineText[7], Cut(c201));
     EXPECT_EQ(Table.Surname[7], "");
-    EXPECT_EQ(Ask.Texts(), std::vector<std::string>{SuspectText(PathOf("1911B30123.SCA"),
-                                                                 LongLinesReason)});
+    EXPECT_EQ(Ask.Texts(),
+              std::vector<std::string>{SuspectText(PathOf("1911B30123.SCA"), LongLinesReason)});
 }
 
 TEST_F(BadTranscriptionsTest, HeaderLineOfMoreThan100CharactersIsVeryLongAndSetsNothing) {
@@ -91,13 +91,13 @@ TEST_F(BadTranscriptionsTest, AThousandVeryLongLinesLoadAsMarkersOnly) {
 }
 
 TEST_F(BadTranscriptionsTest, QuotesInEveryPlace) {
-    ReadLines({"\"\",John,Leeds,9b,1",            // an empty quoted surname
-               "\"SMITH\"x\"Ann\",Leeds,9b,2",    // the character after a closing quote is skipped
-               "JONES,Ma\"ry,Leeds,9b,3",         // a quote inside an unquoted field
-               "\"\"\"",                          // a quoted empty field, then a stray quote
+    ReadLines({"\"\",John,Leeds,9b,1",             // an empty quoted surname
+               "\"SMITH\"x\"Ann\",Leeds,9b,2",     // the character after a closing quote is skipped
+               "JONES,Ma\"ry,Leeds,9b,3",          // a quote inside an unquoted field
+               "\"\"\"",                           // a quoted empty field, then a stray quote
                "BROWN,\"Tom, Jr\",\"Leeds\",9b,4", // quoted fields after unquoted ones
-               "\"#not a record\",x",             // a quoted comment mark
-               "\"+B\",1870,Mar"});               // a quoted header keyword
+               "\"#not a record\",x",              // a quoted comment mark
+               "\"+B\",1870,Mar"});                // a quoted header keyword
     EXPECT_EQ(Table.Surname[3], "(blank)");
     EXPECT_EQ(Table.Forenames[3], "John");
     EXPECT_EQ(Table.Surname[4], "SMITH");
@@ -120,9 +120,9 @@ TEST_F(BadTranscriptionsTest, UnclosedQuotesOnManyLinesAreEachToldWithTheirLineN
     EXPECT_EQ(Ask.Shown[0].Text,
               "Opening  \"  without a matching closing  \"  in line \r3 - SMITH,\"John");
     EXPECT_EQ(Ask.Shown[1].Text, "Opening  \"  without a matching closing  \"  in line \r4 - \"");
-    EXPECT_EQ(Ask.Shown[2].Text.rfind("Opening  \"  without a matching closing  \"  in line \r5 - ",
-                                      0),
-              0U);
+    EXPECT_EQ(
+        Ask.Shown[2].Text.rfind("Opening  \"  without a matching closing  \"  in line \r5 - ", 0),
+        0U);
     EXPECT_EQ(Table.Forenames[3], "\"John");
     EXPECT_EQ(Table.Surname[4], "\"");
     EXPECT_EQ(Table.District[5], "\"Leeds,9b,3");

@@ -17,7 +17,8 @@ class CalibrationFromTheStartOfRecords : public PageSessionTest {
 
 } // namespace
 
-TEST_F(CalibrationFromTheStartOfRecords, TheTenthEntryAfterAFirstEntryOnLineZeroMeasuresTheSpacing) {
+TEST_F(CalibrationFromTheStartOfRecords,
+       TheTenthEntryAfterAFirstEntryOnLineZeroMeasuresTheSpacing) {
     ASSERT_EQ(S.Calib.CalibrationStage, 1);
     while (S.Table.CurrentLine > 0)
         Press(KeyNumMinus);
@@ -35,8 +36,9 @@ TEST_F(CalibrationFromTheStartOfRecords, TheTenthEntryAfterAFirstEntryOnLineZero
 }
 
 TEST_F(CalibrationFromTheStartOfRecords, AFileOfOneRecordIsStillTheDocumentedFailure) {
-    Load({"+INFO,verifier@example.org,,SEQUENCED,BIRTHS", "+S,1878,Mar,,", "ABBOTT,Mary,Leeds,9a,1"},
-         GraphicsFile1878);
+    Load(
+        {"+INFO,verifier@example.org,,SEQUENCED,BIRTHS", "+S,1878,Mar,,", "ABBOTT,Mary,Leeds,9a,1"},
+        GraphicsFile1878);
     S.Calib = {};
     S.CalibrateTextbox();
     Press(KeyEnter); // there is no tenth entry: the box stays on the first
