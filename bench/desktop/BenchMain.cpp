@@ -88,6 +88,7 @@ int Step(int argc, char** argv) {
     int qtArgc = 1;
     QApplication app(qtArgc, argv);
     QImageReader::setAllocationLimit(tv::AllocationLimitMegabytes);
+    tv::KeepScanMemoryForTheNextScan();
     if (mode == "--write-scan") {
         std::printf("%s\n", qPrintable(bench::WriteScan(form, megapixels, dir).Scan));
         return 0;
@@ -104,6 +105,8 @@ int RunBenchmarks(int argc, char** argv, bool briefly) {
     qInstallMessageHandler(OnlySeriousMessages);
     QApplication app(argc, argv);
     QImageReader::setAllocationLimit(tv::AllocationLimitMegabytes);
+    // As the program sets its memory up at start.
+    tv::KeepScanMemoryForTheNextScan();
     std::fprintf(stderr, "Writing the scans into %s\n", qPrintable(dir.path()));
     const std::vector<bench::ScanFile> files = bench::WriteAllScans(
         dir.path(), {bench::AllMegapixels.begin(), bench::AllMegapixels.end()});

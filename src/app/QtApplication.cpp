@@ -2,6 +2,7 @@
 
 #include "core/Prompts.h"
 #include "core/QtPlatform.h"
+#include "view/ImageViewDecode.h"
 
 #include <QMessageBox>
 
@@ -28,6 +29,7 @@ QtApplication::QtApplication(int& argc, char** argv) : QApplication(argc, argv) 
     setApplicationName(QString::fromLatin1(AppTitle));
     // The desktop entry the windows belong to: the menus and the task bar show its name and icon.
     setDesktopFileName(QStringLiteral("tallyview"));
+    KeepScanMemoryForTheNextScan();
 }
 
 bool QtApplication::notify(QObject* receiver, QEvent* event) {

@@ -5,6 +5,10 @@
 
 #include <algorithm>
 
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
+
 namespace tv {
 
 namespace {
@@ -110,6 +114,18 @@ QImage HalfSize(const QImage& image) {
     // A colour scan is already stored in 32 bits; Qt's own box filter serves it.
     return image.scaled((image.width() + 1) / 2, (image.height() + 1) / 2, Qt::IgnoreAspectRatio,
                         Qt::SmoothTransformation);
+}
+
+void KeepScanMemoryForTheNextScan() {
+#if defined(__GLIBC__)
+    // The platform's allocator gives large blocks back to the system when they are freed, and
+    // lowers its own thresholds as it sees them: both are set here once. Elsewhere the platform's
+    // allocator decides.
+    constexpr int LargestHeapBlock = 32 * 1024 * 1024;
+    constexpr int KeptWhenFreed = 256 * 1024 * 1024;
+    mallopt(M_MMAP_THRESHOLD, LargestHeapBlock);
+    mallopt(M_TRIM_THRESHOLD, KeptWhenFreed);
+#endif
 }
 
 DecodedScan DecodeScan(const QString& path) {

@@ -39,6 +39,10 @@ struct DecodedScan {
     int ErrorCode = LoadOk;
 };
 
+// Called once at start: the memory a scan frees when the next one is opened is kept for that
+// one, so that a scan of up to 32 MB decoded is not faulted in page by page on every open.
+void KeepScanMemoryForTheNextScan();
+
 // Reads the file with the picture's own orientation (EXIF) applied. Thread-safe.
 DecodedScan DecodeScan(const QString& path);
 
