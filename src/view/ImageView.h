@@ -88,6 +88,7 @@ class ImageView : public QAbstractScrollArea, public ScanViewPort {
     QTransform ImageToViewport(double zoom) const;
     QRegion Background(const QRect& exposed) const;
     QRect ContentRect() const;
+    QColor Ground() const;
     // Paints the scan in the exposed part; cover, when not empty, is the part it paints whole,
     // the ground where the scan is not.
     void PaintLayer(QPainter& painter, const QImage& image, const QTransform& transform,

@@ -6,8 +6,6 @@
 
 #include <QPaintEvent>
 #include <QPainter>
-#include <QPainterPath>
-#include <QPainterPathStroker>
 #include <QRegion>
 #include <QScrollBar>
 
@@ -60,7 +58,7 @@ void ImageView::PaintLayer(QPainter& painter, const QImage& image, const QTransf
                            const QRect& exposed, bool smooth, const QRect& cover) const {
     const QRectF needed = transform.inverted().mapRect(QRectF(exposed));
     const QRect source = needed.toAlignedRect().adjusted(-2, -2, 2, 2) & image.rect();
-    const QColor ground = palette().color(QPalette::Dark);
+    const QColor ground = Ground();
     painter.save();
     painter.setTransform(transform);
     // Nearest neighbour unless smoothing a reduced view: handwriting's pixels stay sharp.
@@ -96,20 +94,18 @@ void ImageView::PaintLayer(QPainter& painter, const QImage& image, const QTransf
 // put in place. Apart, the painter works on the band's pixels alone.
 void ImageView::SmoothEdges(QPainter& painter, const QImage& image, const QTransform& transform,
                             const QRect& exposed) const {
-    constexpr double BandWidth = 4.0;
+    constexpr double HalfBand = 2.0;
     const QPolygonF corners = transform.map(QPolygonF(QRectF(image.rect())));
     const QTransform back = transform.inverted();
-    QPainterPathStroker stroker;
-    stroker.setWidth(BandWidth);
     for (qsizetype i = 0; i < 4; ++i) {
-        QPainterPath edge(corners.at(i));
-        edge.lineTo(corners.at((i + 1) % 4));
-        const QRect area = stroker.createStroke(edge).boundingRect().toAlignedRect() & exposed;
+        const QRectF edge = QRectF(corners.at(i), corners.at((i + 1) % 4)).normalized();
+        const QRect area =
+            edge.adjusted(-HalfBand, -HalfBand, HalfBand, HalfBand).toAlignedRect() & exposed;
         if (area.isEmpty()) continue;
         const QRect source =
             back.mapRect(QRectF(area)).toAlignedRect().adjusted(-2, -2, 2, 2) & image.rect();
         band_ = QImage(area.size(), QImage::Format_RGB32);
-        band_.fill(palette().color(QPalette::Dark));
+        band_.fill(Ground());
         {
             QPainter apart(&band_);
             apart.setTransform(transform * QTransform::fromTranslate(-area.left(), -area.top()));
@@ -161,7 +157,7 @@ void ImageView::PaintLens(QPainter& painter, const QRect& exposed) const {
     const double lensZoom = zoom_ * LensMagnification;
     painter.save();
     painter.setClipRegion(QRegion(lens, QRegion::Ellipse), Qt::IntersectClip);
-    painter.fillRect(lens, palette().color(QPalette::Dark));
+    painter.fillRect(lens, Ground());
     PaintLayer(painter, scan_.Pristine, ImageToViewport(zoom_) * magnify, lens & exposed,
                smoothing_ && lensZoom < 1.0);
     painter.restore();
@@ -170,6 +166,11 @@ void ImageView::PaintLens(QPainter& painter, const QRect& exposed) const {
     painter.setPen(QPen(palette().color(QPalette::Shadow), LensBorder));
     painter.drawEllipse(lens);
     painter.restore();
+}
+
+// The dark ground around the scan, in its corners when turned and in the magnifier.
+QColor ImageView::Ground() const {
+    return palette().color(QPalette::Dark);
 }
 
 // The turned or upright scan's bounding box in the view, with every pixel it touches.
@@ -196,7 +197,7 @@ void ImageView::paintEvent(QPaintEvent* event) {
     {
         QPainter painter(viewport());
         for (const QRect& ground : Background(exposed))
-            painter.fillRect(ground, palette().color(QPalette::Dark));
+            painter.fillRect(ground, Ground());
         if (!scan_.Pristine.isNull()) {
             PaintScan(painter, exposed);
             PaintLens(painter, exposed);
