@@ -47,8 +47,7 @@ void ImageView::DrawPixels(QPainter& painter, const QImage& image, const QRect& 
     // Converting costs a pass over the source: worth it only where it is about the size of
     // what is painted.
     const qint64 painted = qint64(exposed.width()) * exposed.height();
-    if (PixelStage::Needed(image, painter.transform()) &&
-        qint64(source.width()) * source.height() <= 2 * painted)
+    if (PixelStage::Needed(image) && qint64(source.width()) * source.height() <= 2 * painted)
         stage_.Draw(painter, image, source);
     else
         painter.drawImage(source.topLeft(), image, source);

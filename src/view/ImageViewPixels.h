@@ -1,7 +1,7 @@
 #pragma once
-// Drawing the scan's pixels that the painter converts slowly (one bit per pixel, palettes, and
-// grey when turned or scaled): the part a paint needs is converted to 32 bits first, which the
-// painter draws at memory speed.
+// Drawing the scan's pixels that the painter converts slowly (one bit per pixel, palettes and
+// grey): the part a paint needs is converted to 32 bits, straight into the painter's own pixels
+// where it can be, otherwise first and then drawn at memory speed.
 #include <QImage>
 #include <QRect>
 #include <QRgb>
@@ -10,14 +10,14 @@
 #include <vector>
 
 class QPainter;
-class QTransform;
 
 namespace tv {
 
 class PixelStage {
   public:
-    // True for one bit per pixel and palettes, and for grey drawn with more than a move.
-    static bool Needed(const QImage& image, const QTransform& transform);
+    // True for grey, one bit per pixel and palettes: every scan not stored in the painter's own
+    // 32-bit pixels.
+    static bool Needed(const QImage& image);
     // Draws the source rectangle of the image at its place under the painter's transform. When
     // the transform only moves the image, a band of rows at a time, drawn while the converted
     // rows are still in the processor's cache.

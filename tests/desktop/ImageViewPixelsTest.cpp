@@ -128,6 +128,40 @@ TEST(TurnedDrawing, TakesThePixelUnderEachPixelsCentreWhenOnlyScaled) {
     }
 }
 
+// Moved by whole pixels only, the scan's pixels are written as they are: exactly Qt's painter's
+// pixels, at every start column (sixteen grey pixels are converted at a time, eight bilevel)
+// and for every width, the last few pixels of a row included.
+TEST(MovedDrawing, GivesExactlyThePixelsOfQtsPainterForEveryKindOfScan) {
+    const QRect sources[] = {QRect(0, 0, 301, 203), QRect(1, 2, 16, 7),   QRect(3, 5, 290, 190),
+                             QRect(7, 9, 15, 4),    QRect(17, 1, 33, 40), QRect(300, 0, 1, 203)};
+    const QPoint moves[] = {QPoint(0, 0), QPoint(13, -4), QPoint(-5, 21)};
+    // A colour scan is already in the painter's pixels: the view never stages it.
+    for (QImage::Format format : {QImage::Format_Grayscale8, QImage::Format_Indexed8,
+                                  QImage::Format_Mono, QImage::Format_MonoLSB}) {
+        const QImage scan = Noise(format);
+        const QImage asColour = scan.convertToFormat(QImage::Format_RGB32);
+        for (const QRect& source : sources)
+            for (const QPoint& move : moves) {
+                QImage ours = Target();
+                QImage qts = Target();
+                PixelStage stage;
+                {
+                    QPainter painter(&ours);
+                    painter.translate(move);
+                    stage.Draw(painter, scan, source);
+                }
+                {
+                    QPainter painter(&qts);
+                    painter.translate(move);
+                    painter.drawImage(source.topLeft(), asColour, source);
+                }
+                EXPECT_EQ(Differing(ours, qts), 0)
+                    << format << " " << source.x() << "," << source.y() << " " << source.width()
+                    << " x " << source.height() << " moved " << move.x() << "," << move.y();
+            }
+    }
+}
+
 TEST(TurnedDrawing, LeavesThePixelsOutsideTheScanAsTheyWere) {
     const QImage scan = Noise(QImage::Format_Grayscale8);
     QImage ours = Target();
