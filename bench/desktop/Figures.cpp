@@ -1,11 +1,15 @@
 #include "Figures.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <optional>
+#include <string_view>
 
 namespace bench {
 
 namespace {
+
+constexpr std::string_view MedianCounter = "MedianMs";
 
 std::string Number(double value, const char* format) {
     char text[32];
@@ -91,11 +95,20 @@ void FigureReporter::ReportRuns(const std::vector<Run>& runs) {
         }
         const bool aggregate = run.run_type == Run::RT_Aggregate;
         if (aggregate ? run.aggregate_name != "median" : run.repetitions > 1) continue;
-        const auto median = run.counters.find("MedianMs");
+        const auto median = run.counters.find(std::string(MedianCounter));
         Milliseconds[name] =
             median != run.counters.end()
                 ? median->second.value
                 : run.GetAdjustedRealTime() / benchmark::GetTimeUnitMultiplier(run.time_unit) * 1e3;
+        // A baseline timed within the same iterations: "ReadMedianMs" of "Open/GreyJpeg/10MP" is
+        // the figure "Read/GreyJpeg/10MP".
+        const std::string scan = name.substr(std::min(name.find('/'), name.size()));
+        for (const auto& [counter, value] : run.counters) {
+            const std::string_view stem(counter);
+            if (counter != MedianCounter && stem.ends_with(MedianCounter))
+                Milliseconds[std::string(stem.substr(0, stem.size() - MedianCounter.size())) +
+                             scan] = value.value;
+        }
     }
 }
 

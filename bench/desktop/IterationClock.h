@@ -7,18 +7,22 @@
 
 #include <algorithm>
 #include <chrono>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace bench {
 
 class IterationClock {
   public:
-    explicit IterationClock(benchmark::State& state) : state_(state) {}
+    // A clock named "Read" reports "ReadMedianMs": a baseline timed within the same iterations.
+    explicit IterationClock(benchmark::State& state, std::string name = {})
+        : state_(state), counter_(std::move(name) + "MedianMs") {}
     ~IterationClock() {
         if (times_.empty()) return;
         const auto middle = times_.begin() + static_cast<std::ptrdiff_t>(times_.size() / 2);
         std::nth_element(times_.begin(), middle, times_.end());
-        state_.counters["MedianMs"] = *middle;
+        state_.counters[counter_] = *middle;
     }
     IterationClock(const IterationClock&) = delete;
     IterationClock& operator=(const IterationClock&) = delete;
@@ -31,6 +35,7 @@ class IterationClock {
   private:
     using Clock = std::chrono::steady_clock;
     benchmark::State& state_;
+    std::string counter_;
     Clock::time_point start_;
     std::vector<double> times_;
 };
