@@ -78,6 +78,7 @@ class ImageView : public QAbstractScrollArea, public ScanViewPort {
 
   private:
     void FinishLoad(const DecodedScan& scan);
+    void ReleaseReplaced();
     void BeginReduction();
     void FinishReduction(const ReducedCopies& copies);
     // The image's bounding box after rotation, in image pixels.
@@ -104,6 +105,11 @@ class ImageView : public QAbstractScrollArea, public ScanViewPort {
 
     DecodedScan scan_;
     ReducedCopies reduced_;
+    // The scan a load replaced, kept until the new one's first frame.
+    struct Replaced {
+        QImage Pristine;
+        ReducedCopies Reduced;
+    } replaced_;
     // The band along an edge of the scan that anti-aliasing paints apart, kept between paints.
     mutable QImage band_;
     bool loading_ = false;

@@ -33,11 +33,15 @@ int ErrorCodeOf(QImageReader::ImageReaderError error, bool headerRead) {
     return LoadUnknownError;
 }
 
-bool ExceedsAllocationLimit(QSize size, QImage::Format format) {
-    if (!size.isValid() || format == QImage::Format_Invalid) return false;
+qint64 DecodedBytes(QSize size, QImage::Format format) {
     const qint64 bitsPerPixel = QImage::toPixelFormat(format).bitsPerPixel();
     const qint64 bytesPerLine = (size.width() * bitsPerPixel + 31) / 32 * 4;
-    return bytesPerLine * size.height() > qint64(AllocationLimitMegabytes) * 1024 * 1024;
+    return bytesPerLine * size.height();
+}
+
+bool ExceedsAllocationLimit(QSize size, QImage::Format format) {
+    if (!size.isValid() || format == QImage::Format_Invalid) return false;
+    return DecodedBytes(size, format) > qint64(AllocationLimitMegabytes) * 1024 * 1024;
 }
 
 QImage GreyStrip(const QImage& image, int top, int rows) {
@@ -128,11 +132,11 @@ void KeepScanMemoryForTheNextScan() {
 #endif
 }
 
-DecodedScan DecodeScan(const QString& path) {
+namespace {
+
+DecodedScan DecodeWith(QImageReader& reader, const QString& path) {
     DecodedScan scan;
     scan.Path = path;
-    QImageReader reader(path);
-    reader.setAutoTransform(true);
     scan.Format = reader.format();
     const QSize size = reader.size();
     if (ExceedsAllocationLimit(size, reader.imageFormat())) {
@@ -147,6 +151,25 @@ DecodedScan DecodeScan(const QString& path) {
     scan.Pristine = Compact(std::move(image));
     scan.FileSize = QFileInfo(path).size();
     return scan;
+}
+
+} // namespace
+
+DecodedScan DecodeScan(const QString& path) {
+    QImageReader reader(path);
+    reader.setAutoTransform(true);
+    return DecodeWith(reader, path);
+}
+
+std::optional<DecodedScan> DecodeIfQuick(const QString& path) {
+    QImageReader reader(path);
+    reader.setAutoTransform(true);
+    const QSize size = reader.size();
+    const QImage::Format format = reader.imageFormat();
+    if (!size.isValid() || format == QImage::Format_Invalid ||
+        DecodedBytes(size, format) > QuickDecodeBytes)
+        return std::nullopt;
+    return DecodeWith(reader, path);
 }
 
 ReducedCopies ReduceScan(const QImage& pristine) {

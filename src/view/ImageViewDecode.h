@@ -6,6 +6,8 @@
 #include <QImage>
 #include <QString>
 
+#include <optional>
+
 namespace tv {
 
 // The largest picture the view decodes. Qt refuses images over 128 MiB by default, which a large
@@ -45,6 +47,16 @@ void KeepScanMemoryForTheNextScan();
 
 // Reads the file with the picture's own orientation (EXIF) applied. Thread-safe.
 DecodedScan DecodeScan(const QString& path);
+
+// A scan whose decoded pixels take at most this many bytes (a bilevel scan of 40 megapixels, a
+// grey one of 6) decodes in a few tens of milliseconds even on a slow machine: on the
+// user-interface thread it costs less than handing it to a worker and back, and leaves its first
+// rows in the cache the first frame is painted from.
+inline constexpr qint64 QuickDecodeBytes = 6 * 1024 * 1024;
+
+// Decodes the scan as DecodeScan does when its header shows it that small; nothing otherwise, or
+// when the header does not tell its size.
+std::optional<DecodedScan> DecodeIfQuick(const QString& path);
 
 // Box-filtered copies at half and quarter size, made once so that zoomed-out views paint fast
 // and smooth; grey and bilevel scans reduce to 8-bit grey.

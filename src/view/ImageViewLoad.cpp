@@ -21,6 +21,16 @@ void ImageView::BeginLoad(const QString& path) {
     QImageReader::setAllocationLimit(AllocationLimitMegabytes);
     loading_ = true;
     const quint64 load = ++loadNumber_;
+    if (std::optional<DecodedScan> quick = DecodeIfQuick(path)) {
+        // Finished from the event loop all the same, as a worker's decode is.
+        QMetaObject::invokeMethod(
+            this,
+            [this, load, scan = std::move(*quick)] {
+                if (load == loadNumber_) FinishLoad(scan);
+            },
+            Qt::QueuedConnection);
+        return;
+    }
     auto* watcher = new QFutureWatcher<DecodedScan>(this);
     connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher, load] {
         watcher->deleteLater();
@@ -32,6 +42,10 @@ void ImageView::BeginLoad(const QString& path) {
 
 void ImageView::FinishLoad(const DecodedScan& scan) {
     const QScopedValueRollback<bool> own(ownScroll_, true);
+    // The scan replaced is freed after the new one's first frame: giving back a large scan's
+    // memory takes milliseconds that need not come before it.
+    replaced_.Pristine = std::move(scan_.Pristine);
+    replaced_.Reduced = std::move(reduced_);
     scan_ = scan;
     reduced_ = {};
     errorCode_ = scan.ErrorCode;
@@ -46,9 +60,19 @@ void ImageView::FinishLoad(const DecodedScan& scan) {
     // A reduction still under way belongs to the scan before; its copies are dropped.
     reducing_ = false;
     reductionPending_ = !scan_.Pristine.isNull();
-    // A hidden view paints nothing until it is shown: its copies need not wait.
-    if (!isVisible()) BeginReduction();
+    // A hidden view paints nothing until it is shown: its copies and the scan replaced need not
+    // wait.
+    if (!isVisible()) {
+        BeginReduction();
+        replaced_ = {};
+    }
     emit loadFinished();
+}
+
+void ImageView::ReleaseReplaced() {
+    if (replaced_.Pristine.isNull() && replaced_.Reduced.Half.isNull()) return;
+    // Posted: run once the frame painted now is on the screen.
+    QMetaObject::invokeMethod(this, [this] { replaced_ = {}; }, Qt::QueuedConnection);
 }
 
 // The reduced copies are a whole-image operation: they are made off the user-interface thread,

@@ -203,6 +203,7 @@ void ImageView::paintEvent(QPaintEvent* event) {
         }
     }
     repaintAll_ = false;
+    ReleaseReplaced();
     BeginReduction();
     emit repainted();
 }
