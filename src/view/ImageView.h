@@ -26,7 +26,8 @@ class ImageView : public QAbstractScrollArea, public ScanViewPort {
   public:
     explicit ImageView(QWidget* parent = nullptr);
 
-    // Decodes the file on a worker thread; loadFinished() follows. A new load resets the
+    // Decodes the file on a worker thread, or at once when it is small (see QuickDecodeBytes);
+    // either way loadFinished() follows from the event loop. A new load resets the
     // rotation, mirror and negative (they act on the loaded scan) and scrolls to the top left;
     // zoom, anti-aliasing, smoothing and the magnifier are the view's and stay.
     void BeginLoad(const QString& path);
@@ -57,6 +58,8 @@ class ImageView : public QAbstractScrollArea, public ScanViewPort {
     void ToggleMirror();
     void ToggleNegative();
     void SetMagnifier(bool on);
+    // The loaded scan as decoded (null when none is loaded).
+    const QImage& Scan() const { return scan_.Pristine; }
     // How the loaded scan is stored (Format_Invalid when none is loaded).
     QImage::Format PixelFormat() const { return scan_.Pristine.format(); }
     // Lines for the image information box; empty when no scan is loaded.

@@ -8,6 +8,8 @@
 #include <QTest>
 #include <QTimer>
 
+#include <optional>
+
 namespace tv::test {
 
 namespace {
@@ -166,6 +168,64 @@ TEST_F(ImageViewTest, LaterLoadSupersedesAnEarlierOne) {
     view.BeginLoad(second);
     view.WaitForLoad();
     EXPECT_EQ(view.Metrics().ImagePixelWidth, 70);
+}
+
+TEST_F(ImageViewTest, SmallScanDecodesAtOnceAndLargeOrUnreadableOnesAreLeftToTheWorker) {
+    const QImage grey = WhiteWithDots({123, 77}, {{3, 4}});
+    const std::optional<DecodedScan> small = DecodeIfQuick(Save(grey, "small.png"));
+    ASSERT_TRUE(small.has_value());
+    EXPECT_EQ(small->ErrorCode, LoadOk);
+    EXPECT_EQ(small->Pristine, DecodeScan(PathOf("small.png")).Pristine);
+    EXPECT_EQ(small->Format, QByteArray("png"));
+    // 40 megapixels in one bit each take about 5 MB; the same in grey, 40 MB.
+    QImage bilevel(7300, 5500, QImage::Format_Mono);
+    bilevel.fill(1);
+    const std::optional<DecodedScan> pages = DecodeIfQuick(Save(bilevel, "bilevel.tif"));
+    ASSERT_TRUE(pages.has_value());
+    EXPECT_EQ(pages->Pristine.depth(), 1);
+    QImage large(2600, 2600, QImage::Format_Grayscale8);
+    large.fill(200);
+    EXPECT_FALSE(DecodeIfQuick(Save(large, "large.png")).has_value());
+    EXPECT_FALSE(DecodeIfQuick(PathOf("missing.png")).has_value());
+    EXPECT_FALSE(DecodeIfQuick(SaveBytes("not a picture", "text.jpg")).has_value());
+}
+
+TEST_F(ImageViewTest, SmallScanStillFinishesLoadingFromTheEventLoop) {
+    ImageView view;
+    QSignalSpy finished(&view, &ImageView::loadFinished);
+    view.BeginLoad(Save(WhiteWithDots({50, 40}, {}), "small.png"));
+    EXPECT_FALSE(view.LoadComplete());
+    EXPECT_EQ(finished.count(), 0);
+    view.WaitForLoad();
+    EXPECT_EQ(finished.count(), 1);
+    EXPECT_EQ(view.Metrics().ImagePixelWidth, 50);
+}
+
+TEST_F(ImageViewTest, ScanReplacedIsFreedAfterTheNewScansFirstFrame) {
+    auto view = Loaded(Save(Checkerboard({64, 48}), "first.png"));
+    const QImage first = view->Scan();
+    ASSERT_FALSE(first.isDetached()); // shared with the view
+    bool keptForTheFrame = false;
+    QObject::connect(view.get(), &ImageView::loadFinished,
+                     [&] { keptForTheFrame = !first.isDetached(); });
+    view->BeginLoad(Save(Checkerboard({80, 60}), "second.png"));
+    view->WaitForLoad();
+    EXPECT_TRUE(keptForTheFrame);
+    Grab(*view);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return first.isDetached(); }));
+    EXPECT_EQ(view->Scan().width(), 80);
+}
+
+TEST_F(ImageViewTest, HiddenViewFreesTheScanReplacedAtOnce) {
+    ImageView view;
+    view.BeginLoad(Save(Checkerboard({64, 48}), "first.png"));
+    view.WaitForLoad();
+    const QImage first = view.Scan();
+    bool freed = false;
+    QObject::connect(&view, &ImageView::loadFinished, [&] { freed = first.isDetached(); });
+    view.BeginLoad(Save(Checkerboard({80, 60}), "second.png"));
+    view.WaitForLoad();
+    EXPECT_TRUE(freed);
 }
 
 TEST(ImageViewHalfSize, BilevelScanHalvesToGreyAveragingEachTwoByTwoBlock) {
