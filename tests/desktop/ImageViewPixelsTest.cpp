@@ -162,6 +162,34 @@ TEST(MovedDrawing, GivesExactlyThePixelsOfQtsPainterForEveryKindOfScan) {
     }
 }
 
+// A whole view's pixels are written by two cores, each half of the rows: the same pixels, with
+// the row where the halves meet and an odd number of rows.
+TEST(MovedDrawing, WholeViewGivesExactlyThePixelsOfQtsPainter) {
+    QImage grey(1100, 701, QImage::Format_Grayscale8);
+    for (int y = 0; y < grey.height(); ++y)
+        for (int x = 0; x < grey.width(); ++x)
+            grey.scanLine(y)[x] = static_cast<uchar>((x * 7 + y * 13) % 256);
+    for (const QImage& scan :
+         {grey, grey.convertToFormat(QImage::Format_Mono, Qt::ThresholdDither)}) {
+        QImage ours(1030, 690, QImage::Format_RGB32);
+        ours.fill(qRgb(40, 90, 160));
+        QImage qts = ours;
+        const QRect source(5, 3, 1021, 687);
+        PixelStage stage;
+        {
+            QPainter painter(&ours);
+            painter.translate(2, 1);
+            stage.Draw(painter, scan, source);
+        }
+        {
+            QPainter painter(&qts);
+            painter.translate(2, 1);
+            painter.drawImage(source.topLeft(), scan.convertToFormat(QImage::Format_RGB32), source);
+        }
+        EXPECT_EQ(Differing(ours, qts), 0) << scan.format();
+    }
+}
+
 TEST(TurnedDrawing, LeavesThePixelsOutsideTheScanAsTheyWere) {
     const QImage scan = Noise(QImage::Format_Grayscale8);
     QImage ours = Target();
