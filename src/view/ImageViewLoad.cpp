@@ -72,7 +72,8 @@ void ImageView::FinishLoad(const DecodedScan& scan) {
 void ImageView::ReleaseReplaced() {
     if (replaced_.Pristine.isNull() && replaced_.Reduced.Half.isNull()) return;
     // Posted: run once the frame painted now is on the screen.
-    QMetaObject::invokeMethod(this, [this] { replaced_ = {}; }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this] { replaced_ = {}; }, Qt::QueuedConnection);
 }
 
 // The reduced copies are a whole-image operation: they are made off the user-interface thread,
