@@ -3,6 +3,7 @@
 #include "ImageViewTesting.h"
 
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -237,6 +238,30 @@ TEST_F(ImageViewTest, RepaintedIsEmittedOnEveryPaint) {
     EXPECT_EQ(repainted.count(), 1);
     Grab(*view);
     EXPECT_EQ(repainted.count(), 2);
+}
+
+// The scroll bars' troughs are filled flat: a dither of two colours through a pattern brush
+// cost a press that scrolled the view more than painting the scan did.
+TEST_F(ImageViewTest, ScrollBarTroughsAreFilledFlat) {
+    auto view = Loaded(Save(WhiteWithDots({3000, 3000}, {}), "tall.png"), QSize(400, 600));
+    for (QScrollBar* bar : {view->verticalScrollBar(), view->horizontalScrollBar()}) {
+        bar->setValue(bar->maximum() / 2);
+        const QImage shown = bar->grab().toImage();
+        // The troughs lie between the arrow buttons and the handle, along the bar's middle.
+        const bool upright = bar->orientation() == Qt::Vertical;
+        const int across = (upright ? shown.width() : shown.height()) / 2;
+        const int length = upright ? shown.height() : shown.width();
+        const int arrow = upright ? shown.width() : shown.height();
+        auto at = [&](int along) {
+            return upright ? shown.pixel(across, along) : shown.pixel(along, across);
+        };
+        // Two neighbouring pixels a little way past the first arrow, in the trough before the
+        // handle in the middle.
+        const int into = arrow + 4;
+        ASSERT_LT(into + 1, length / 4);
+        EXPECT_EQ(at(into), at(into + 1)) << (upright ? "vertical" : "horizontal");
+        EXPECT_EQ(at(into), at(length - into - 1)) << (upright ? "vertical" : "horizontal");
+    }
 }
 
 } // namespace tv::test
