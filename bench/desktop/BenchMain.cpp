@@ -110,7 +110,7 @@ int RunBenchmarks(int argc, char** argv, bool briefly) {
     std::fprintf(stderr, "Writing the scans into %s\n", qPrintable(dir.path()));
     const std::vector<bench::ScanFile> files = bench::WriteAllScans(
         dir.path(), {bench::AllMegapixels.begin(), bench::AllMegapixels.end()});
-    bench::RegisterScanBenchmarks(files);
+    bench::RegisterScanBenchmarks(files, briefly);
     bench::RegisterProgramBenchmarks();
     bench::FigureReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);

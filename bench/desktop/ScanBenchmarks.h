@@ -7,8 +7,8 @@
 
 namespace bench {
 
-// The files must outlive the run.
-void RegisterScanBenchmarks(const std::vector<ScanFile>& files);
+// The files must outlive the run. Briefly: every benchmark once, as CI runs them.
+void RegisterScanBenchmarks(const std::vector<ScanFile>& files, bool briefly);
 // Closes the main window the last benchmarks left open.
 void CloseScanWindow();
 
