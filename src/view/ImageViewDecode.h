@@ -1,7 +1,7 @@
 #pragma once
-// Decoding a scan for the image view, off the user-interface thread: the pristine image, kept
-// compact (grey scans stay 8-bit, bilevel scans 1-bit), and, once it is shown, the reduced copies
-// for zoomed-out views.
+// Decoding a scan for the image view, a large one off the user-interface thread: the pristine
+// image, kept compact (grey scans stay 8-bit, bilevel scans 1-bit), and, once it is shown, the
+// reduced copies for zoomed-out views.
 #include <QByteArray>
 #include <QImage>
 #include <QString>

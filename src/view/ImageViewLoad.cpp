@@ -1,5 +1,5 @@
-// Loading the scan on a worker thread, waiting for it with the window responsive, reducing it
-// there once it is shown, and the image information box's lines.
+// Loading the scan (a large one on a worker thread), waiting for it with the window responsive,
+// reducing it on a worker once it is shown, and the image information box's lines.
 #include "view/ImageView.h"
 
 #include <QCoreApplication>
