@@ -94,13 +94,12 @@ void StageBilevel(const QImage& image, const QRect& source, const Colours& colou
         for (; x < end && (x & 7) != 0; ++x)
             *to++ = pixelAt(row, x);
 #if defined(__SSE2__)
-        if (out.Stream && Aligned(to))
-            for (; x + 8 <= end; x += 8, to += 8) {
-                const QRgb* eight = pixels.at(row[x >> 3]).data();
-                StoreFour(to, _mm_loadu_si128(reinterpret_cast<const __m128i*>(eight)), true);
-                StoreFour(to + 4, _mm_loadu_si128(reinterpret_cast<const __m128i*>(eight + 4)),
-                          true);
-            }
+        const bool stream = out.Stream && Aligned(to);
+        for (; x + 8 <= end; x += 8, to += 8) {
+            const QRgb* eight = pixels.at(row[x >> 3]).data();
+            StoreFour(to, _mm_loadu_si128(reinterpret_cast<const __m128i*>(eight)), stream);
+            StoreFour(to + 4, _mm_loadu_si128(reinterpret_cast<const __m128i*>(eight + 4)), stream);
+        }
 #endif
         for (; x + 8 <= end; x += 8, to += 8)
             std::memcpy(to, pixels.at(row[x >> 3]).data(), 8 * sizeof(QRgb));

@@ -46,20 +46,15 @@ void ExpectSameIterator(const CheckIterator& actual, const CheckIterator& expect
 
 } // namespace
 
-TEST(ReportHasFindings, LeavesTheIteratorAsFullRunsOfEveryListDoWithTheThirdField) {
-    StatsTable t = EveryKindOfFinding(true);
-    CheckInputs in = t.Inputs("1912B3012.jpg", "1911B3012.QRL");
-    CheckIterator it;
-    EXPECT_TRUE(ReportHasFindings(it, in));
-    ExpectSameIterator(it, AfterFullRuns(in));
-}
-
-TEST(ReportHasFindings, LeavesTheIteratorAsFullRunsOfEveryListDoWithoutTheThirdField) {
-    StatsTable t = EveryKindOfFinding(false);
-    CheckInputs in = t.Inputs("1912B3012.jpg", "1911B3012.QRL");
-    CheckIterator it;
-    EXPECT_TRUE(ReportHasFindings(it, in));
-    ExpectSameIterator(it, AfterFullRuns(in));
+TEST(ReportHasFindings, LeavesTheIteratorAsFullRunsOfEveryListDoWithAndWithoutTheThirdField) {
+    for (bool thirdField : {true, false}) {
+        SCOPED_TRACE(thirdField ? "with the third field" : "without the third field");
+        StatsTable t = EveryKindOfFinding(thirdField);
+        CheckInputs in = t.Inputs("1912B3012.jpg", "1911B3012.QRL");
+        CheckIterator it;
+        EXPECT_TRUE(ReportHasFindings(it, in));
+        ExpectSameIterator(it, AfterFullRuns(in));
+    }
 }
 
 TEST(ReportHasFindings, ListsAskedForAfterwardsAreWhole) {
