@@ -72,15 +72,17 @@ test-sanitize: sanitize-build
 fuzz: sanitize-build
 	@$(SANITIZER_ENV) scripts/fuzz.sh $(SANITIZE_BUILD) $(FUZZ_SECONDS) $(JOBS)
 
-# The Debian package: `make package` builds $(BUILD)/tallyview_VERSION_ARCH.deb with CPack;
-# `make package-test` installs it on this machine with apt, checks it and removes it (root or
-# sudo).
+# The Debian package, built from debian/ by dpkg-buildpackage: `make package` builds
+# $(BUILD)/tallyview_VERSION_ARCH.deb and checks it with lintian; `make package-test` installs it
+# on this machine with apt, checks it and removes it, then installs it into a fresh minimal
+# Debian 12 root made with debootstrap and runs it there (root or sudo).
 .PHONY: package package-test
-package: build
-	@cmake --build $(BUILD) --target package
+package: deps
+	@scripts/build-package.sh $(BUILD)
 
 package-test: package
 	@scripts/test-package.sh $(BUILD)
+	@scripts/test-package-clean-root.sh $(BUILD)
 
 # The windows at 100 % and at 200 % (QT_SCALE_FACTOR=2), to look at side by side:
 # shots/scale-100 and shots/scale-200.

@@ -16,7 +16,7 @@ fail() {
 }
 
 # The program: its version, and a check of a transcription without a display.
-version=$("$prefix/bin/tallyview" --version)
+version=$("$prefix/bin/tallyview" --version | head -n 1)
 [ "$version" = "tallyview 1.0.0" ] || fail "--version printed '$version'"
 status=0
 env -u DISPLAY -u WAYLAND_DISPLAY "$prefix/bin/tallyview" --check \
@@ -58,8 +58,9 @@ done
 grep -qF '<sub-class-of type="text/plain"/>' "$mime/packages/tallyview.xml" ||
   fail "the transcriptions are not plain text"
 
-# The man page renders without a warning.
+# The man page renders without a warning (compressed as the package installs it).
 page="$share/man/man1/tallyview.1"
+[ -f "$page" ] || [ ! -f "$page.gz" ] || page="$page.gz"
 if [ -f "$page" ] || [ "$prefix" != /usr ]; then
   LC_ALL=C.UTF-8 MANWIDTH=80 man --warnings -l "$page" > "$work/man" 2> "$work/man-warnings"
   [ ! -s "$work/man-warnings" ] || fail "$page: $(cat "$work/man-warnings")"

@@ -32,13 +32,15 @@ contents=$(dpkg-deb -c "$deb")
 for path in usr/bin/tallyview usr/share/applications/tallyview.desktop \
   usr/share/icons/hicolor/scalable/apps/tallyview.svg \
   usr/share/metainfo/example.tallyview.Tallyview.metainfo.xml \
-  usr/share/mime/packages/tallyview.xml usr/share/man/man1/tallyview.1 \
-  usr/share/doc/tallyview/README.md usr/share/doc/tallyview/LICENSE; do
+  usr/share/mime/packages/tallyview.xml usr/share/man/man1/tallyview.1.gz \
+  usr/share/doc/tallyview/README.md usr/share/doc/tallyview/copyright \
+  usr/share/doc/tallyview/changelog.gz; do
   grep -q " \./$path\$" <<< "$contents" || fail "$deb does not hold /$path"
 done
-# The libraries it needs, as dpkg-shlibdeps found them in the binary.
+# The libraries it needs, as dpkg-shlibdeps found them in the binary, and the plug-ins: Qt's
+# TIFF reader and its SVG icon engine, which draws the window icon.
 depends=$(dpkg-deb -f "$deb" Depends)
-for library in libqt6widgets6 libqt6printsupport6 libstdc++6 qt6-image-formats-plugins; do
+for library in libqt6widgets6 libqt6printsupport6 libstdc++6 qt6-image-formats-plugins libqt6svg6; do
   [[ "$depends" == *"$library"* ]] || fail "the package does not depend on $library: $depends"
 done
 

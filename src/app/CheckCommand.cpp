@@ -105,6 +105,15 @@ bool SetOption(const std::string& name, const std::string& value, CheckOptions& 
 
 } // namespace
 
+// The wordings of GNU getopt, which users of the command line know from other programs.
+std::string UnrecognizedOption(const std::string& arg) {
+    return "unrecognized option '" + arg + "'";
+}
+
+std::string RequiresAnArgument(const std::string& option) {
+    return "option '" + option + "' requires an argument";
+}
+
 bool ParseCheckArguments(const std::vector<std::string>& args, CheckOptions& options,
                          std::string& error) {
     bool filesOnly = false;
@@ -119,16 +128,20 @@ bool ParseCheckArguments(const std::vector<std::string>& args, CheckOptions& opt
             continue;
         }
         const auto [name, inlineValue] = SplitOption(a);
-        if (name == "--all-records" && !inlineValue) {
+        if (name == "--all-records") {
+            if (inlineValue) {
+                error = "option '--all-records' doesn't allow an argument";
+                return false;
+            }
             options.AllRecords = true;
             continue;
         }
         if (name != "--scan" && name != "--answer" && name != "--print-to") {
-            error = "unknown option " + a;
+            error = UnrecognizedOption(a);
             return false;
         }
         if (!inlineValue && i + 1 >= args.size()) {
-            error = name + " needs a value";
+            error = RequiresAnArgument(name);
             return false;
         }
         if (!SetOption(name, inlineValue ? *inlineValue : args[++i], options, error)) return false;

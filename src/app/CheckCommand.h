@@ -33,6 +33,13 @@ bool ParseCheckArguments(const std::vector<std::string>& args, CheckOptions& opt
 // a PDF that cannot be written is told on err and gives CheckUnreadable.
 int RunCheck(const CheckOptions& options, std::ostream& out, std::ostream& err);
 
+// The command line's error messages, one wording for the check and the windowed program.
+std::string UnrecognizedOption(const std::string& arg);
+std::string RequiresAnArgument(const std::string& option);
+
+// The last line of every message about a wrong command line.
+inline constexpr const char* TryHelpText = "Try 'tallyview --help' for more information.\n";
+
 inline constexpr const char* CheckUsageText =
     "Usage: tallyview --check [--scan IMAGE] [--all-records] [--answer yes|no] "
     "[--print-to FILE.pdf] FILE...\n";

@@ -44,9 +44,17 @@ constexpr std::array<const char*, 14> QtValueOptions = {
     "style",       "stylesheet",         "geometry",      "title"};
 constexpr std::array<const char*, 4> QtFlagOptions = {"reverse", "widgetcount", "nograb", "dograb"};
 
-std::string Version() {
-    return std::to_string(TALLYVIEW_VERSION_MAJOR) + "." + std::to_string(TALLYVIEW_VERSION_MINOR) +
-           "." + std::to_string(TALLYVIEW_VERSION_REVISION);
+// GNU's form: the name and version, then the copyright and the licence.
+std::string VersionText() {
+    return "tallyview " + std::to_string(TALLYVIEW_VERSION_MAJOR) + "." +
+           std::to_string(TALLYVIEW_VERSION_MINOR) + "." +
+           std::to_string(TALLYVIEW_VERSION_REVISION) +
+           "\n"
+           "Released " TALLYVIEW_RELEASE_DATE ".\n"
+           "Copyright (C) 2026 the Tallyview developers.\n"
+           "License MIT (Expat): <https://opensource.org/licenses/MIT>.\n"
+           "This is free software: you are free to change and redistribute it.\n"
+           "There is NO WARRANTY, to the extent permitted by law.\n";
 }
 
 QCommandLineOption Hidden(const char* name, bool takesValue) {
@@ -83,8 +91,28 @@ void DescribeOptions(QCommandLineParser& parser) {
 }
 
 int Usage(const std::string& error) {
-    std::cerr << "tallyview: " << error << '\n' << DesktopUsageText << CheckUsageText;
+    std::cerr << "tallyview: " << error << '\n'
+              << DesktopUsageText << CheckUsageText << TryHelpText;
     return CheckUsage;
+}
+
+// Qt's parser words its errors its own way ("Unknown option 'x'."); they are told in the words
+// the check command uses, with the option as the user typed it.
+std::string ParseError(const QCommandLineParser& parser, const QStringList& arguments) {
+    const QStringList unknown = parser.unknownOptionNames();
+    if (!unknown.isEmpty()) {
+        for (const QString& argument : arguments.mid(1)) {
+            const QString name = argument.section('=', 0, 0);
+            if (name == "--" + unknown.first() || name == "-" + unknown.first())
+                return UnrecognizedOption(PathFromQString(argument));
+        }
+        return UnrecognizedOption("--" + PathFromQString(unknown.first()));
+    }
+    const QString error = parser.errorText();
+    const QString missing = QStringLiteral("Missing value after '");
+    if (error.startsWith(missing))
+        return RequiresAnArgument(PathFromQString(error.mid(missing.size()).section('\'', 0, 0)));
+    return PathFromQString(error);
 }
 
 // Qt's own notes and warnings (a runtime folder it had to choose, a painter that could not start)
@@ -101,7 +129,7 @@ int RunCheckCommand(char* program, const std::vector<std::string>& args) {
     CheckOptions options;
     std::string error;
     if (!ParseCheckArguments(args, options, error)) {
-        std::cerr << "tallyview: " << error << '\n' << CheckUsageText;
+        std::cerr << "tallyview: " << error << '\n' << CheckUsageText << TryHelpText;
         return CheckUsage;
     }
     if (options.PrintTo.empty()) return RunCheck(options, std::cout, std::cerr);
@@ -122,7 +150,7 @@ int RunDesktopCommand(int argc, char** argv) {
     QStringList arguments;
     for (int i = 0; i < argc; ++i)
         arguments << QString::fromLocal8Bit(argv[i]);
-    if (!parser.parse(arguments)) return Usage(parser.errorText().toStdString());
+    if (!parser.parse(arguments)) return Usage(ParseError(parser, arguments));
     if (parser.isSet(QStringLiteral("help"))) {
         // Without an application object Qt's first line cannot name the program: named here.
         QString help = parser.helpText();
@@ -131,7 +159,7 @@ int RunDesktopCommand(int argc, char** argv) {
         return 0;
     }
     if (parser.isSet(QStringLiteral("version"))) {
-        std::cout << "tallyview " << Version() << '\n';
+        std::cout << VersionText();
         return 0;
     }
     for (const char* name : CheckOnlyOptions)

@@ -1,6 +1,7 @@
 #include "help/AboutTallyview.h"
 
 #include "core/QtPlatform.h"
+#include "help/HelpPages.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -16,15 +17,25 @@ const char* const AboutText =
     "line, flag mistakes, and see or print the queries and warnings of your transcription.\n\n"
     "Tallyview only reads your scans and transcriptions; it never changes them.";
 
+std::string ReleaseText() {
+    return "Released " TALLYVIEW_RELEASE_DATE ". To report a problem, please see the " +
+           ContactPointer() + ".";
+}
+
 AboutTallyview::AboutTallyview(const std::string& versionText, QWidget* parent)
     : QDialog(parent), versionLabel_(new QLabel(ToQString(versionText), this)),
-      description_(new QLabel(AboutText, this)), ok_(new QPushButton("OK", this)) {
+      description_(new QLabel(AboutText, this)),
+      release_(new QLabel(ToQString(ReleaseText()), this)), ok_(new QPushButton("OK", this)) {
     setWindowTitle("About Tallyview");
     versionLabel_->setObjectName("VersionLabel");
     description_->setObjectName("Description");
     description_->setWordWrap(true);
     // A wrapped label of a fixed width gives the box its height.
     description_->setFixedWidth(400);
+    release_->setObjectName("ReleaseLabel");
+    release_->setWordWrap(true);
+    release_->setFixedWidth(400);
+    release_->setOpenExternalLinks(true);
     ok_->setObjectName("OK");
     ok_->setDefault(true);
 
@@ -41,6 +52,7 @@ AboutTallyview::AboutTallyview(const std::string& versionText, QWidget* parent)
     layout->addWidget(title);
     layout->addWidget(versionLabel_);
     layout->addWidget(description_);
+    layout->addWidget(release_);
     layout->addLayout(buttons);
     layout->setSizeConstraint(QLayout::SetFixedSize);
 

@@ -1,5 +1,6 @@
 #pragma once
-// The About box: the program's version text, what the program does, and OK.
+// The About box: the program's version text, what the program does, its release and where
+// problems are reported, and OK.
 #include <QDialog>
 
 #include <string>
@@ -18,15 +19,20 @@ class AboutTallyview : public QDialog {
 
     QLabel* VersionLabel() const { return versionLabel_; }
     QLabel* Description() const { return description_; }
+    QLabel* Release() const { return release_; }
     QPushButton* OK() const { return ok_; }
 
   private:
     QLabel* versionLabel_;
     QLabel* description_;
+    QLabel* release_;
     QPushButton* ok_;
 };
 
 // What the About box says of the program.
 extern const char* const AboutText;
+
+// The release date and where to report problems (Windows-1252).
+std::string ReleaseText();
 
 } // namespace tv

@@ -23,12 +23,13 @@ std::string FalseWarningCauses() {
 }
 
 std::array<HelpPage, HelpPageCount> MakePages() {
+    const std::string contact = ContactPointer();
     return {{
         {"Tallyview Commands Help",
          "Press the PREVIOUS and NEXT buttons to view the Help "
          "screens. If you have any problems or queries, or if you have any "
-         "comments or suggestions for the program, please see the "
-         "README file that comes with Tallyview for contact details."},
+         "comments or suggestions for the program, please see the " +
+             contact + " for contact details."},
         {"The Arrow Keys", "These move the box which displays a transcribed record "
                            "around the screen. If you press the SHIFT key and hold "
                            "it down, then press the arrow keys, the box will move "
@@ -118,6 +119,13 @@ std::array<HelpPage, HelpPageCount> MakePages() {
 }
 
 } // namespace
+
+std::string ContactPointer() {
+    const std::string homePage = TALLYVIEW_HOME_PAGE;
+    if (homePage.empty())
+        return "\"Reporting problems\" section of the README file that comes with Tallyview";
+    return "program's web page, " + homePage + ",";
+}
 
 const std::array<HelpPage, HelpPageCount>& HelpPages() {
     static const std::array<HelpPage, HelpPageCount> pages = MakePages();

@@ -13,6 +13,11 @@ struct HelpPage {
     std::string Text; // Windows-1252
 };
 
+// Where the user finds how to report a problem: the project's home page when the build names
+// one (TALLYVIEW_HOME_PAGE), otherwise the README's "Reporting problems" section. Page 0 and
+// the About box both point there.
+std::string ContactPointer();
+
 // Pages 0 to 18.
 const std::array<HelpPage, HelpPageCount>& HelpPages();
 

@@ -13,13 +13,22 @@ namespace {
 constexpr const char* Usage =
     "Usage: tallyview [OPTIONS] [SCAN] [TRANSCRIPTION]\n"
     "Usage: tallyview --check [--scan IMAGE] [--all-records] [--answer yes|no] "
-    "[--print-to FILE.pdf] FILE...\n";
+    "[--print-to FILE.pdf] FILE...\n"
+    "Try 'tallyview --help' for more information.\n";
 
-TEST(CommandLine, VersionPrintsTheProgramAndItsVersion) {
+constexpr const char* VersionText = "tallyview 1.0.0\n"
+                                    "Released 2026-11-21.\n"
+                                    "Copyright (C) 2026 the Tallyview developers.\n"
+                                    "License MIT (Expat): <https://opensource.org/licenses/MIT>.\n"
+                                    "This is free software: you are free to change and "
+                                    "redistribute it.\n"
+                                    "There is NO WARRANTY, to the extent permitted by law.\n";
+
+TEST(CommandLine, VersionPrintsTheProgramItsVersionReleaseCopyrightAndLicence) {
     for (const char* option : {"--version", "-v"}) {
         ProcessResult r = RunTallyview({option});
         EXPECT_EQ(r.Status, 0);
-        EXPECT_EQ(r.Out, "tallyview 1.0.0\n");
+        EXPECT_EQ(r.Out, VersionText);
         EXPECT_EQ(r.Err, "");
     }
 }
@@ -40,14 +49,30 @@ TEST(CommandLine, HelpListsTheOptionsOfBothUsesWithoutADisplay) {
 TEST(CommandLine, QtsOwnOptionsAreTakenWithOneDash) {
     ProcessResult r = RunTallyview({"-platform", "offscreen", "-reverse", "--version"});
     EXPECT_EQ(r.Status, 0);
-    EXPECT_EQ(r.Out, "tallyview 1.0.0\n");
+    EXPECT_EQ(r.Out, VersionText);
 }
 
-TEST(CommandLine, AnUnknownOptionGivesItsNameAndBothUsages) {
+TEST(CommandLine, AnUnknownOptionGivesItsNameBothUsagesAndTheHelpHint) {
     ProcessResult r = RunTallyview({"--nonsense"});
     EXPECT_EQ(r.Status, 64);
     EXPECT_EQ(r.Out, "");
-    EXPECT_EQ(r.Err, std::string("tallyview: Unknown option 'nonsense'.\n") + Usage);
+    EXPECT_EQ(r.Err, std::string("tallyview: unrecognized option '--nonsense'\n") + Usage);
+    r = RunTallyview({"-x", "a.QRL"});
+    EXPECT_EQ(r.Err, std::string("tallyview: unrecognized option '-x'\n") + Usage);
+}
+
+// Whichever of the two parsers reads it, an unknown option is told in the same words, and the
+// last line points to --help.
+TEST(CommandLine, AnUnknownOptionIsToldAlikeWithAndWithoutCheck) {
+    ProcessResult windowed = RunTallyview({"--bogus=1", "a.QRL"});
+    ProcessResult check = RunTallyview({"--check", "--bogus=1", "a.QRL"});
+    EXPECT_EQ(windowed.Status, 64);
+    EXPECT_EQ(check.Status, 64);
+    const auto firstLine = [](const std::string& text) { return text.substr(0, text.find('\n')); };
+    EXPECT_EQ(firstLine(windowed.Err), "tallyview: unrecognized option '--bogus=1'");
+    EXPECT_EQ(firstLine(check.Err), firstLine(windowed.Err));
+    for (const std::string& err : {windowed.Err, check.Err})
+        EXPECT_TRUE(err.ends_with("\nTry 'tallyview --help' for more information.\n")) << err;
 }
 
 TEST(CommandLine, MoreFilesThanAScanAndATranscriptionAreRefused) {
@@ -98,7 +123,8 @@ TEST(CommandLine, ValuesMayBeJoinedToTheirOptions) {
 TEST(CommandLine, AJoinedValueOnAnOptionWithoutOneIsUnknown) {
     ProcessResult r = RunTallyview({"--check", "--all-records=yes", DataFile("check/clean.QRL")});
     EXPECT_EQ(r.Status, 64);
-    EXPECT_EQ(r.Err.substr(0, r.Err.find('\n')), "tallyview: unknown option --all-records=yes");
+    EXPECT_EQ(r.Err.substr(0, r.Err.find('\n')),
+              "tallyview: option '--all-records' doesn't allow an argument");
 }
 
 } // namespace

@@ -77,8 +77,14 @@ TEST(CheckPrintTo, ReportsOfSeveralFilesFollowEachOtherInThePdf) {
     ProcessResult r = RunTallyview({"--check", "--print-to", pdf, DataFile("check/clean.QRL"),
                                     DataFile("check/findings.QRL")});
     EXPECT_EQ(r.Status, 1);
-    const std::vector<std::string> lines = Trimmed(PdfText(pdf));
-    EXPECT_EQ(lines, Trimmed(r.Out));
+    // Two reports fill more than a page, and a page's last empty line is not in the PDF's text:
+    // the lines are compared without the empty ones.
+    const auto printed = [](std::vector<std::string> text) {
+        std::erase(text, std::string());
+        return text;
+    };
+    const std::vector<std::string> lines = printed(Trimmed(PdfText(pdf)));
+    EXPECT_EQ(lines, printed(Trimmed(r.Out)));
     EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
                             [](const std::string& l) { return l.starts_with("Tallyview Report"); }),
               2);
@@ -105,9 +111,10 @@ TEST(CheckPrintTo, NoReportNoFile) {
 TEST(CheckPrintTo, WithoutAFileNameItGivesTheUsage) {
     ProcessResult r = RunTallyview({"--check", "--print-to"});
     EXPECT_EQ(r.Status, 64);
-    EXPECT_EQ(r.Err, "tallyview: --print-to needs a value\n"
+    EXPECT_EQ(r.Err, "tallyview: option '--print-to' requires an argument\n"
                      "Usage: tallyview --check [--scan IMAGE] [--all-records] [--answer yes|no] "
-                     "[--print-to FILE.pdf] FILE...\n");
+                     "[--print-to FILE.pdf] FILE...\n"
+                     "Try 'tallyview --help' for more information.\n");
 }
 
 } // namespace tv::test

@@ -50,10 +50,15 @@ TEST(HelpPages, PageSeventeenListsTheQueryAndWarningCharacters) {
 }
 
 TEST(HelpPages, EveryOtherPageHasItsText) {
+    const std::string homePage = TALLYVIEW_HOME_PAGE;
     EXPECT_EQ(HelpPages()[0].Text,
               "Press the PREVIOUS and NEXT buttons to view the Help screens. If you have any "
               "problems or queries, or if you have any comments or suggestions for the program, "
-              "please see the README file that comes with Tallyview for contact details.");
+              "please see the " +
+                  (homePage.empty() ? std::string("\"Reporting problems\" section of the README "
+                                                  "file that comes with Tallyview")
+                                    : "program's web page, " + homePage + ",") +
+                  " for contact details.");
     EXPECT_EQ(HelpPages()[3].Text, "This moves the box down one line against the index scan and "
                                    "also moves the transcribed record shown in the box on to the "
                                    "next one.");
