@@ -4,6 +4,8 @@
 #include "help/HelpForm.h"
 #include "stats/Form3.h"
 
+#include <QApplication>
+#include <QIcon>
 #include <QTimer>
 
 #include <utility>
@@ -15,6 +17,10 @@ DesktopForms::DesktopForms(std::string scan, std::string transcription, DesktopS
     const QString path =
         services_.SettingsPath.isEmpty() ? DefaultSettingsPath() : services_.SettingsPath;
     store_ = std::make_unique<QtSettingsStore>(Ask(), path);
+    // Task bars and window lists show every window with the program's icon: the installed
+    // theme's, or the one built into the program.
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("tallyview"),
+                                                 QIcon(QStringLiteral(":/icons/tallyview.svg"))));
 }
 
 DesktopForms::~DesktopForms() = default;

@@ -65,6 +65,9 @@ class DesktopForms : public QObject {
     SessionFiles files_;
     DesktopServices services_;
     QtPrompts prompts_;
+    // The statistics screen's questions are its own windows: closing one gives the activation
+    // back to the screen, not to whichever window the desktop picks.
+    QtPrompts statsPrompts_;
     std::unique_ptr<QtSettingsStore> store_;
     std::unique_ptr<Form1> main_;
     std::unique_ptr<StartForm> start_;

@@ -10,13 +10,19 @@ namespace tv {
 Form3& DesktopForms::Statistics() {
     if (form3_ != nullptr) return *form3_;
     Form1* main = MainForm();
-    form3_ = new Form3(Ask(), main);
+    form3_ = new Form3(services_.Main.Ask != nullptr ? *services_.Main.Ask : statsPrompts_, main);
+    statsPrompts_.SetParent(form3_);
     form3_->setObjectName(QStringLiteral("Form3"));
     form3_->SetReportSource([this](bool allRecords) { return main_->Model().Report(allRecords); });
     connect(form3_, &Form3::optionSelected, this, &DesktopForms::SelectOption);
     connect(form3_, &Form3::exitProgram, main, &Form1::close);
     connect(form3_, &Form3::hidden, main, &Form1::FocusRecordBox);
-    connect(form3_, &Form3::printed, main, &Form1::FocusRecordBox);
+    // After a print the keys go back to the record box, and the screen stays in front of the
+    // main window, where the user left it.
+    connect(form3_, &Form3::printed, main, [main, form = form3_] {
+        main->FocusRecordBox();
+        form->raise();
+    });
     return *form3_;
 }
 

@@ -59,6 +59,8 @@ ScanTypesForm::ScanTypesForm(QWidget* parent)
     Check1->setToolTip(QStringLiteral("This should normally only be ticked for 1963 Qtr 2 and "
                                       "later scans that have the surname on a separate line"));
     CloseButton->setObjectName(QStringLiteral("CloseButton"));
+    // Captioned from the start, so that it is announced by its caption before the first opening.
+    CloseButton->setText(QString::fromLatin1(CloseCaption));
     CloseButton->setDefault(true);
     connect(CloseButton, &QPushButton::clicked, this, &QDialog::accept);
     connect(optCols_, &QButtonGroup::idClicked, this, &ScanTypesForm::OptCol_Click);

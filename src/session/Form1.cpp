@@ -39,10 +39,8 @@ Form1::Form1(Form1Services services, QWidget* parent)
     session_ = std::make_unique<Session>(Platform{ask, measure_, *view_, chooser, clock_});
     BuildWindow();
     BuildMenus();
-    // Controls are named after their documented names, and announced by them.
-    for (QWidget* control : findChildren<QWidget*>())
-        if (control->accessibleName().isEmpty() && !control->objectName().startsWith("qt_"))
-            control->setAccessibleName(control->objectName());
+    // Controls keep their documented names as object names only: a screen reader announces what
+    // the user sees (a button's caption, a label's text, the record box's text).
     connect(view_, &ImageView::scrolled, this, &Form1::ViewScrolled);
     connect(view_, &ImageView::repainted, this, &Form1::ViewRepainted);
     connect(this, &Form1::Synced, this, &Form1::DiagBoxRefresh);
@@ -70,6 +68,7 @@ void Form1::BuildWindow() {
     buttonBar_ = BuildButtonBar();
     layout->addWidget(buttonBar_);
     view_->setObjectName(QStringLiteral("ImageView"));
+    view_->setAccessibleName(QStringLiteral("Scan"));
     layout->addWidget(view_, 1);
 
     rdFrame_ = new RecordBoxWidget(central);
@@ -82,6 +81,8 @@ void Form1::BuildWindow() {
     // The hidden key catcher: it holds the focus so that no visible control keeps the caret.
     dummyBox_ = new QLineEdit(central);
     dummyBox_->setObjectName(QStringLiteral("DummyBox"));
+    // It holds the focus while the user works the box, so it is announced as the box.
+    dummyBox_->setAccessibleName(QStringLiteral("Record box"));
     dummyBox_->setGeometry(0, 0, 0, 0);
     diagFrame_ = BuildDiagFrame(central);
     // The buttons stay above a box that the user scrolled out of the view.
@@ -93,10 +94,12 @@ void Form1::BuildWindow() {
 }
 
 QToolButton* Form1::Button(const QString& name, const QString& caption, const QString& tip,
-                           const std::function<void()>& operation) {
+                           const std::function<void()>& operation, const QString& spoken) {
     auto* button = new QToolButton;
     button->setText(caption);
     button->setObjectName(name);
+    // Announced by its caption, or in words where the caption is a symbol or a bare number.
+    button->setAccessibleName(spoken.isEmpty() ? caption : spoken);
     button->setToolTip(tip);
     // A click never takes the focus from the key catcher.
     button->setFocusPolicy(Qt::NoFocus);
@@ -117,21 +120,22 @@ QWidget* Form1::BuildButtonBar() {
                           [this] { Outcome(KeyOutcome(KeyEnter, false, false)); }));
     row->addWidget(Button("ZoomIn", "Zoom In", "Zoom in (F11)", [&s] { s.Zoom(+1.0F); }));
     row->addWidget(Button("ZoomOut", "Zoom Out", "Zoom out (F12)", [&s] { s.Zoom(-1.0F); }));
-    row->addWidget(Button("RotateLeft", QString(QChar(0x21BA)),
-                          "Rotate left: turn the scan anticlockwise",
-                          [&s] { s.Rotate(+RotationStep); }));
-    row->addWidget(Button("RotateRight", QString(QChar(0x21BB)),
-                          "Rotate right: turn the scan clockwise",
-                          [&s] { s.Rotate(-RotationStep); }));
+    row->addWidget(Button(
+        "RotateLeft", QString(QChar(0x21BA)), "Rotate left: turn the scan anticlockwise",
+        [&s] { s.Rotate(+RotationStep); }, QStringLiteral("Rotate left")));
+    row->addWidget(Button(
+        "RotateRight", QString(QChar(0x21BB)), "Rotate right: turn the scan clockwise",
+        [&s] { s.Rotate(-RotationStep); }, QStringLiteral("Rotate right")));
     showStats_ = Button("ShowStats", "Statistics", "Show the statistics screen",
                         [this] { emit ShowStatistics(false); });
     row->addWidget(showStats_);
     row->addSpacing(8);
     row->addWidget(new QLabel(QStringLiteral("Column:")));
     for (int16_t c = 1; c <= 6; ++c) {
-        QToolButton* top =
-            Button("TopCol" + QString::number(c), QString::number(c),
-                   "Go to the top of column " + QString::number(c), [&s, c] { s.TopCol_Click(c); });
+        QToolButton* top = Button(
+            "TopCol" + QString::number(c), QString::number(c),
+            "Go to the top of column " + QString::number(c), [&s, c] { s.TopCol_Click(c); },
+            "Column " + QString::number(c));
         topCol_.at(static_cast<std::size_t>(c - 1)) = top;
         row->addWidget(top);
     }
@@ -161,12 +165,15 @@ QFrame* Form1::BuildAdjCols() {
         const int16_t narrow = 2 * part;
         const int16_t widen = narrow + 1;
         const QString key = QString::fromLatin1(keys[part]);
+        const QString caption = QString::fromLatin1(texts[part]);
         adjCol_.at(static_cast<std::size_t>(narrow)) = Button(
             "AdjCol" + QString::number(narrow), QString(QChar(0x25C2)),
-            "Move to the left (SHIFT+" + key + ")", [&s, narrow] { s.AdjCol_Click(narrow); });
-        adjCol_.at(static_cast<std::size_t>(widen)) =
-            Button("AdjCol" + QString::number(widen), QString(QChar(0x25B8)),
-                   "Move to the right (" + key + ")", [&s, widen] { s.AdjCol_Click(widen); });
+            "Move to the left (SHIFT+" + key + ")", [&s, narrow] { s.AdjCol_Click(narrow); },
+            caption + " to the left");
+        adjCol_.at(static_cast<std::size_t>(widen)) = Button(
+            "AdjCol" + QString::number(widen), QString(QChar(0x25B8)),
+            "Move to the right (" + key + ")", [&s, widen] { s.AdjCol_Click(widen); },
+            caption + " to the right");
         row->addWidget(adjCol_.at(static_cast<std::size_t>(narrow)));
         row->addWidget(adjCol_.at(static_cast<std::size_t>(widen)));
     }

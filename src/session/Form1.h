@@ -124,7 +124,7 @@ class Form1 : public QMainWindow {
     QWidget* BuildButtonBar();
     QFrame* BuildAdjCols();
     QToolButton* Button(const QString& name, const QString& caption, const QString& tip,
-                        const std::function<void()>& operation);
+                        const std::function<void()>& operation, const QString& spoken = {});
     void PlaceOnScreen();
     // Runs a session operation for a button or menu item, then brings the window up to date.
     void Do(const std::function<void()>& operation);

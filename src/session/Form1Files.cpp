@@ -91,7 +91,14 @@ void Form1::dragEnterEvent(QDragEnterEvent* event) {
 void Form1::dropEvent(QDropEvent* event) {
     const SessionFiles files = DroppedFiles(*event->mimeData());
     if (files.Empty()) return;
-    event->acceptProposedAction();
+    // While calibrating the files are refused: the sender is told that nothing was taken (so a
+    // file manager moving them keeps them), and the user is told why once the drop is over.
+    if (session_->Calib.CalibrationStage != 0) {
+        event->setDropAction(Qt::IgnoreAction);
+        event->ignore();
+    } else {
+        event->acceptProposedAction();
+    }
     QMetaObject::invokeMethod(
         this, [this, files] { NewScan(files); }, Qt::QueuedConnection);
 }

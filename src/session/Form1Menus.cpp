@@ -29,6 +29,7 @@ QAction* Form1::MenuItem(QMenu* menu, const QString& name, const QString& captio
 void Form1::BuildMenus() {
     Session& s = *session_;
     menuBar()->setObjectName(QStringLiteral("MenuBar"));
+    menuBar()->setAccessibleName(QStringLiteral("Menus"));
     QMenu* file = menuBar()->addMenu(QStringLiteral("File"));
     MenuItem(file, "MenuNewScan", "New Scan", [this] { MenuNewScan_Click(); });
     MenuItem(file, "MenuReloadSCAFile", "Reload transcription file\tR",

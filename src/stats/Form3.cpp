@@ -34,7 +34,8 @@ QString BoxText(const std::string& text) {
 Form3::Form3(Prompts& prompts, QWidget* parent)
     : QWidget(parent, Qt::Window), prompts_(prompts), summaryBox_(ReadOnlyBox("SummaryBox", this)),
       listBox_(ReadOnlyBox("ListBox", this)), printB_(new QPushButton("Print", this)),
-      command1_(new QPushButton("Close", this)), printerSource_(DefaultPrinter) {
+      command1_(new QPushButton("Close", this)),
+      printerSource_([this] { return ChosenPrinter(); }) {
     setWindowTitle("Tallyview - Statistics");
     listBox_->setFont(ReportFont(false));
     listBox_->setLineWrapMode(QPlainTextEdit::NoWrap);
@@ -123,7 +124,15 @@ void Form3::Underline(int index) {
 
 void Form3::PrintB_Click() {
     PrintStats();
-    if (CommandCaption() != "Exit") emit printed();
+    if (CommandCaption() != "Exit") {
+        emit printed();
+        return;
+    }
+    // The print's dialogs are gone: the screen, the last window of the session, takes the
+    // activation back and stays in front rather than leaving the desktop without an active
+    // window.
+    raise();
+    activateWindow();
 }
 
 void Form3::Command1_Click() {

@@ -12,6 +12,7 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -49,9 +50,16 @@ class Form3 : public QWidget {
     void SetReportSource(ReportSource source) { reportSource_ = std::move(source); }
     void SetPrinterSource(PrinterSource source) { printerSource_ = std::move(source); }
     void SetPdfFileChooser(PdfFileChooser chooser) { pdfFileChooser_ = std::move(chooser); }
+    // Where the default printer source finds the printers, and how it asks which one when
+    // several are installed and none is the default: the system's and a list dialog by default.
+    void SetPrinterDirectory(std::shared_ptr<const PrinterDirectory> printers) {
+        printers_ = std::move(printers);
+    }
+    void SetPrinterPicker(PrinterPicker picker) { printerPicker_ = std::move(picker); }
 
-    // Asks whether to print all the records, then prints the report on the default printer;
-    // without a printer, offers to save it as a PDF file.
+    // Asks whether to print all the records, then prints the report on the default printer (or
+    // the only one, or the one the user picks); without a printer, offers to save it as a PDF
+    // file.
     void PrintStats();
 
     // The controls, by their names on the form.
@@ -80,6 +88,7 @@ class Form3 : public QWidget {
     void Command1_Click();
     void Underline(int index);
     void SaveAsPdf(const std::vector<ReportLine>& lines);
+    std::unique_ptr<QPrinter> ChosenPrinter();
 
     Prompts& prompts_;
     QPlainTextEdit* summaryBox_;
@@ -93,6 +102,9 @@ class Form3 : public QWidget {
     ReportSource reportSource_;
     PrinterSource printerSource_;
     PdfFileChooser pdfFileChooser_;
+    std::shared_ptr<const PrinterDirectory> printers_;
+    PrinterPicker printerPicker_;
+    bool printerChoiceCancelled_ = false;
 };
 
 } // namespace tv

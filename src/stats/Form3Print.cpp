@@ -9,6 +9,8 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFontMetricsF>
+#include <QInputDialog>
+#include <QPageLayout>
 #include <QPainter>
 #include <QPrinter>
 #include <QPrinterInfo>
@@ -34,10 +36,46 @@ QFont ReportFont(bool bold) {
     return font;
 }
 
-std::unique_ptr<QPrinter> DefaultPrinter() {
-    const QPrinterInfo info = QPrinterInfo::defaultPrinter();
-    if (info.isNull()) return nullptr;
-    return std::make_unique<QPrinter>(info, QPrinter::HighResolution);
+QStringList SystemPrinters::Names() const {
+    return QPrinterInfo::availablePrinterNames();
+}
+
+QString SystemPrinters::DefaultName() const {
+    return QPrinterInfo::defaultPrinterName();
+}
+
+QString AskWhichPrinter(QWidget* parent, const QStringList& names) {
+    bool ok = false;
+    const QString name = QInputDialog::getItem(
+        parent, QStringLiteral("Print the report"),
+        QStringLiteral("No printer is set as the default. Print on:"), names, 0, false, &ok);
+    return ok ? name : QString();
+}
+
+PrinterChoice ChoosePrinter(const PrinterDirectory& printers, const PrinterPicker& pick) {
+    const QString preferred = printers.DefaultName();
+    if (!preferred.isEmpty()) return {PrinterChoiceKind::Chosen, preferred};
+    const QStringList names = printers.Names();
+    if (names.isEmpty()) return {PrinterChoiceKind::NoneInstalled, {}};
+    if (names.size() == 1) return {PrinterChoiceKind::Chosen, names.first()};
+    const QString picked = pick ? pick(names) : QString();
+    if (picked.isEmpty()) return {PrinterChoiceKind::Cancelled, {}};
+    return {PrinterChoiceKind::Chosen, picked};
+}
+
+std::unique_ptr<QPrinter> NamedPrinter(const QString& name) {
+    auto printer =
+        std::make_unique<QPrinter>(QPrinterInfo::printerInfo(name), QPrinter::HighResolution);
+    SetReportMargins(*printer);
+    return printer;
+}
+
+void SetReportMargins(QPrinter& printer) {
+    const QMarginsF now = printer.pageLayout().margins(QPageLayout::Millimeter);
+    const auto atLeast = [](qreal margin) { return std::max(margin, ReportMarginMillimetres); };
+    printer.setPageMargins(QMarginsF(atLeast(now.left()), atLeast(now.top()), atLeast(now.right()),
+                                     atLeast(now.bottom())),
+                           QPageLayout::Millimeter);
 }
 
 std::vector<std::size_t> PageStarts(const std::vector<ReportLine>& lines, int linesPerPage) {
@@ -80,6 +118,7 @@ std::vector<ReportLine> WrapReportLines(const std::vector<ReportLine>& lines, in
 
 bool PrintReport(const std::vector<ReportLine>& report, QPrinter& printer) {
     printer.setDocName("Tallyview Report");
+    SetReportMargins(printer);
     const std::vector<ReportLine> lines = WrapReportLines(report, CharactersPerLine(printer));
     const std::vector<std::size_t> starts = PageStarts(lines, LinesPerPage(printer));
     QPainter painter;
@@ -105,6 +144,7 @@ std::unique_ptr<QPrinter> PdfPrinter(const QString& pdfPath) {
     auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
     printer->setOutputFormat(QPrinter::PdfFormat);
     printer->setOutputFileName(pdfPath);
+    SetReportMargins(*printer);
     return printer;
 }
 
@@ -123,7 +163,9 @@ void Form3::PrintStats() {
                                         Buttons::YesNoCancel, PromptIcon::Question, Answer::Yes});
     if (answer == Answer::Cancel || !reportSource_) return;
     const std::vector<ReportLine> lines = reportSource_(answer == Answer::Yes);
+    printerChoiceCancelled_ = false;
     const std::unique_ptr<QPrinter> printer = printerSource_ ? printerSource_() : nullptr;
+    if (printerChoiceCancelled_) return;
     if (printer == nullptr) {
         SaveAsPdf(lines);
     } else if (!PrintReport(lines, *printer)) {
@@ -131,6 +173,20 @@ void Form3::PrintStats() {
                           FromQString(printer->printerName()),
                       PromptIcon::Exclamation);
     }
+}
+
+// The printer ChoosePrinter gives; nothing when none is installed or the user cancelled the
+// choice among several.
+std::unique_ptr<QPrinter> Form3::ChosenPrinter() {
+    const SystemPrinters system;
+    const PrinterPicker askHere = [this](const QStringList& names) {
+        return AskWhichPrinter(this, names);
+    };
+    const PrinterChoice choice =
+        ChoosePrinter(printers_ ? *printers_ : system, printerPicker_ ? printerPicker_ : askHere);
+    printerChoiceCancelled_ = choice.Kind == PrinterChoiceKind::Cancelled;
+    if (choice.Kind != PrinterChoiceKind::Chosen) return nullptr;
+    return NamedPrinter(choice.Name);
 }
 
 // Without a printer the user would be left with nothing; a PDF file can be printed elsewhere.

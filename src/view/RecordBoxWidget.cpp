@@ -20,7 +20,6 @@ constexpr int HandlePixels = 16;
 QLabel* BoxLabel(QWidget* parent, const char* name) {
     auto* label = new QLabel(parent);
     label->setObjectName(QString::fromLatin1(name));
-    label->setAccessibleName(QString::fromLatin1(name));
     label->setTextFormat(Qt::PlainText);
     label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     label->setContentsMargins(0, 0, 0, 0);
@@ -51,7 +50,6 @@ RecordBoxWidget::RecordBoxWidget(QWidget* parent)
     : QFrame(parent), NameBox(BoxLabel(this, "NameBox")), DistBox(BoxLabel(this, "DistBox")),
       NotesBox(BoxLabel(this, "NotesBox")), ResizeBox(BoxLabel(this, "ResizeBox")) {
     setObjectName(QStringLiteral("RdFrame"));
-    setAccessibleName(QStringLiteral("RdFrame"));
     setFrameShape(QFrame::NoFrame);
     setAutoFillBackground(true);
     setFocusPolicy(Qt::NoFocus);
@@ -59,6 +57,7 @@ RecordBoxWidget::RecordBoxWidget(QWidget* parent)
     ResizeBox->setAlignment(Qt::AlignRight | Qt::AlignBottom);
     ResizeBox->setCursor(Qt::SizeHorCursor);
     ResizeBox->setToolTip(QStringLiteral("Drag to change the width of the box"));
+    ResizeBox->setAccessibleName(QStringLiteral("Box width"));
     ResizeBox->setAutoFillBackground(false);
     NotesBox->setWordWrap(true);
     for (QLabel* label : {NameBox, DistBox, NotesBox, ResizeBox})
@@ -78,6 +77,9 @@ void RecordBoxWidget::ShowContent(const RecordBoxContent& content, const std::st
     NameBox->setText(ToQString(content.NameLine));
     DistBox->setText(ToQString(content.SecondLine));
     NotesBox->setText(ToQString(UnixLineEnds(content.NotesText)));
+    // A screen reader announces the box by the record it shows, and its notes as its description.
+    setAccessibleName((NameBox->text() + ' ' + DistBox->text()).trimmed());
+    setAccessibleDescription(NotesBox->text());
 
     const int width = px(boxWidth);
     const int lineHeight = px(content.NameBoxHeight);

@@ -109,6 +109,40 @@ TEST_F(Accessibility, EveryControlAndMenuItemOfTheMainWindowHasAName) {
     EXPECT_EQ(Window->findChild<QMenuBar*>()->actions().size(), 5);
 }
 
+// A screen reader announces what the user sees, never a control's internal name.
+TEST_F(Accessibility, TheMainWindowsControlsAreAnnouncedByWhatTheUserSees) {
+    OpenPage(Page);
+    const std::vector<std::pair<const char*, const char*>> spoken = {
+        {"PrevRec", "Previous"},         {"NextRec", "Next"},         {"ZoomIn", "Zoom In"},
+        {"TopCol1", "Column 1"},         {"TopCol6", "Column 6"},     {"RotateLeft", "Rotate left"},
+        {"RotateRight", "Rotate right"}, {"ShowStats", "Statistics"}, {"ExitButton", "Exit"}};
+    for (const auto& [name, words] : spoken)
+        EXPECT_EQ(AccessibleName(Find<QWidget>(name)).toStdString(), words) << name;
+    QStringList internal;
+    QList<QWidget*> widgets = Window->findChildren<QWidget*>();
+    for (QWidget* w : widgets)
+        if (!w->objectName().isEmpty() && AccessibleName(w) == w->objectName())
+            internal << w->objectName();
+    EXPECT_EQ(Listed(internal), "");
+}
+
+TEST_F(Accessibility, TheRecordBoxIsAnnouncedByTheRecordItShows) {
+    OpenPage(Page);
+    Calibrate(Page);
+    auto* box = Find<QWidget>("RdFrame");
+    const QString shown =
+        (Find<QLabel>("NameBox")->text() + ' ' + Find<QLabel>("DistBox")->text()).trimmed();
+    ASSERT_FALSE(shown.isEmpty());
+    EXPECT_EQ(AccessibleName(box), shown);
+    EXPECT_EQ(AccessibleName(Find<QLabel>("NameBox")), Find<QLabel>("NameBox")->text());
+    // The next record is announced when the box shows it.
+    Press(Qt::Key_Return);
+    const QString next =
+        (Find<QLabel>("NameBox")->text() + ' ' + Find<QLabel>("DistBox")->text()).trimmed();
+    EXPECT_NE(next, shown);
+    EXPECT_EQ(AccessibleName(box), next);
+}
+
 TEST_F(Accessibility, EveryControlOfTheStatisticsScreenHasANameAndTakesTheTabKey) {
     FakePrompts prompts;
     Form3 stats(prompts);

@@ -34,7 +34,7 @@ DesktopForms& DesktopTest::Run(const std::string& scan, const std::string& trans
     EndRun();
     DesktopServices services;
     services.SettingsPath = PathToQString(SettingsFile().string());
-    services.Main.Ask = &Prompts;
+    if (!RealPrompts) services.Main.Ask = &Prompts;
     if (!RealScanTypes) services.Main.LayoutChooser = &Chooser;
     services.Main.ChooseFile = [this](FileKind, const FileRequest& request) {
         return NextFile(request);

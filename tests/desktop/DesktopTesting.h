@@ -36,6 +36,9 @@ class DesktopTest : public FormsTest {
     std::string SettingsText() const;
 
     std::unique_ptr<DesktopForms> Forms;
+    // The program's own message boxes instead of the scripted prompts: a test answers them
+    // through the real dialogs.
+    bool RealPrompts = false;
 };
 
 } // namespace tv::test

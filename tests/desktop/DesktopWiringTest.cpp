@@ -7,20 +7,25 @@
 #include "help/AboutTallyview.h"
 #include "help/HelpForm.h"
 #include "stats/Form3.h"
+#include "stats/Form3Print.h"
 #include "view/RecordBoxWidget.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QFile>
 #include <QFrame>
+#include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
+#include <QWindow>
 
 namespace tv::test {
 namespace {
@@ -105,6 +110,77 @@ TEST_F(Wiring, StatisticsOnlyPathShowsTheScreenWithExitAndNoFlaggedRecords) {
     EXPECT_TRUE(Window->Ended());
     EXPECT_NE(SettingsText().find("[Global]"), std::string::npos);
     EXPECT_EQ(SettingsText().find("[Scan0]"), std::string::npos);
+}
+
+// Clicks the button of the message box once it is shown, as the user would.
+void AnswerMessageBox(QMessageBox::StandardButton button, QString* text) {
+    auto* poll = new QTimer;
+    QObject::connect(poll, &QTimer::timeout, [poll, button, text] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (box == nullptr || !box->isVisible()) return;
+        *text = box->text();
+        box->button(button)->click();
+        poll->deleteLater();
+    });
+    poll->start(10);
+}
+
+TEST_F(Wiring, AfterAPrintTheLastScreenOfAStatisticsOnlySessionKeepsTheFocus) {
+    RealPrompts = true;
+    Run();
+    Files = {"", Page.Transcription};
+    Forms->StartWindow()->Stage1->click();
+    Forms->StartWindow()->Stage2->click();
+    ASSERT_TRUE(Stats().isVisible());
+    ASSERT_EQ(Stats().CommandCaption(), "Exit");
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Stats()));
+    const QString pdf = PathToQString((Dir.Path() / "report.pdf").string());
+    Stats().SetPrinterSource([pdf] { return PdfPrinter(pdf); });
+    QString asked;
+    AnswerMessageBox(QMessageBox::Yes, &asked);
+    QTest::mouseClick(Stats().PrintB(), Qt::LeftButton);
+    EXPECT_EQ(asked, "Do you want a print of all the QRL records ?");
+    EXPECT_TRUE(QFile::exists(pdf));
+    QTest::qWait(50);
+    EXPECT_TRUE(Stats().isVisible());
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&Stats()));
+    EXPECT_EQ(QApplication::activeWindow(), &Stats());
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
+    EXPECT_EQ(QApplication::focusWidget()->window(), &Stats());
+}
+
+TEST_F(Wiring, AfterAPrintTheKeysGoToTheRecordBoxWithTheScreenStillShown) {
+    OpenCalibrated();
+    QTest::mouseClick(Find<QToolButton>("ShowStats"), Qt::LeftButton);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Stats()));
+    const QString pdf = PathToQString((Dir.Path() / "report.pdf").string());
+    Stats().SetPrinterSource([pdf] { return PdfPrinter(pdf); });
+    Prompts.Script = {Answer::Yes};
+    QTest::mouseClick(Stats().PrintB(), Qt::LeftButton);
+    EXPECT_TRUE(QFile::exists(pdf));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(Window));
+    EXPECT_EQ(QApplication::focusWidget(), DummyBox());
+    EXPECT_TRUE(Stats().isVisible());
+    // The screen belongs to the main window, so the desktop keeps it in front of it.
+    ASSERT_NE(Stats().windowHandle(), nullptr);
+    EXPECT_EQ(Stats().windowHandle()->transientParent(), Window->windowHandle());
+}
+
+TEST_F(Wiring, EveryWindowShowsTheProgramsIcon) {
+    QApplication::setWindowIcon(QIcon());
+    OpenCalibrated();
+    QTest::mouseClick(Find<QToolButton>("ShowStats"), Qt::LeftButton);
+    // The installed theme's icon, or the one built into the program.
+    const QIcon bundled(QStringLiteral(":/icons/tallyview.svg"));
+    ASSERT_FALSE(bundled.pixmap(32).isNull());
+    for (QWidget* window : {static_cast<QWidget*>(Window), static_cast<QWidget*>(&Stats())}) {
+        EXPECT_FALSE(window->windowIcon().isNull()) << window->objectName().toStdString();
+        EXPECT_FALSE(window->windowIcon().pixmap(32).isNull());
+    }
+    const QImage shown = Window->windowIcon().pixmap(32).toImage();
+    if (QIcon::fromTheme(QStringLiteral("tallyview")).isNull()) {
+        EXPECT_EQ(shown, bundled.pixmap(32).toImage());
+    }
 }
 
 TEST_F(Wiring, StatisticsButtonShowsTheScreenWhoseListsFollowFlagsAndAReload) {

@@ -156,7 +156,13 @@ TEST_F(DropOnMainWindow, ANewPairStartsANewScanWithThemWhenCalibrated) {
 TEST_F(DropOnMainWindow, IsRefusedWhileCalibratingAsNewScanIs) {
     Run(First.Scan, First.Transcription);
     WaitForMainWindow();
-    ASSERT_TRUE(Drop(*Window, {Second.Scan}));
+    // The drop itself is refused: the sender learns that nothing was taken.
+    std::unique_ptr<QMimeData> data(FilesData({Second.Scan}));
+    ASSERT_TRUE(Enter(*Window, *data));
+    QDropEvent drop(QPointF(20, 20), Qt::MoveAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(Window, &drop);
+    EXPECT_FALSE(drop.isAccepted());
+    EXPECT_EQ(drop.dropAction(), Qt::IgnoreAction);
     QApplication::processEvents();
     ASSERT_EQ(Prompts.Shown.size(), 1U);
     EXPECT_EQ(Prompts.Shown[0].Text, "Cannot load new scan while you are calibrating");

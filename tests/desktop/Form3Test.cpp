@@ -13,12 +13,16 @@
 #include "support/TestFiles.h"
 #include "transcription/ReadTranscription.h"
 
+#include <QApplication>
 #include <QFile>
+#include <QInputDialog>
+#include <QPageLayout>
 #include <QPlainTextEdit>
 #include <QProcess>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalSpy>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -26,6 +30,7 @@ namespace tv {
 namespace {
 
 const DateTime PrintedAt{2026, 11, 20, 14, 5, 9};
+const std::string AllRecordsQuestion = "Do you want a print of all the QRL records ?";
 
 // findings.QRL read as step 2 reads it, with a scan whose name gives the wrong quarter and one
 // flagged record.
@@ -319,6 +324,160 @@ TEST(PrintReportToPdf, AFolderThatCannotBeWrittenGivesFalse) {
     EXPECT_FALSE(PrintReportToPdf({{"line", false}}, QString::fromStdString(file + "/r.pdf")));
 }
 
+// Where the words of a PDF stand, in points, and the size of its pages.
+struct PdfWords {
+    double PageWidth = 0;
+    double PageHeight = 0;
+    double Left = 1e9, Top = 1e9, Right = 0, Bottom = 0; // of all the words on all the pages
+    int Count = 0;
+};
+
+double Attribute(const std::string& line, const std::string& name) {
+    const std::size_t at = line.find(name + "=\"");
+    return at == std::string::npos ? -1 : std::stod(line.substr(at + name.size() + 2));
+}
+
+PdfWords WordBoxes(const QString& path) {
+    QProcess process;
+    process.start("pdftotext", {"-bbox", path, "-"});
+    EXPECT_TRUE(process.waitForFinished(30000));
+    PdfWords words;
+    for (const std::string& line : SplitOn(process.readAllStandardOutput().toStdString(), '\n')) {
+        if (line.find("<page ") != std::string::npos) {
+            words.PageWidth = Attribute(line, "width");
+            words.PageHeight = Attribute(line, "height");
+        } else if (line.find("<word ") != std::string::npos) {
+            words.Left = std::min(words.Left, Attribute(line, "xMin"));
+            words.Top = std::min(words.Top, Attribute(line, "yMin"));
+            words.Right = std::max(words.Right, Attribute(line, "xMax"));
+            words.Bottom = std::max(words.Bottom, Attribute(line, "yMax"));
+            ++words.Count;
+        }
+    }
+    return words;
+}
+
+TEST(PrintReportToPdf, KeepsAtLeastFifteenMillimetresFromEveryEdgeOfThePaper) {
+    const QMarginsF margins = PdfPrinter("x.pdf")->pageLayout().margins(QPageLayout::Millimeter);
+    for (qreal margin : {margins.left(), margins.top(), margins.right(), margins.bottom()})
+        EXPECT_GE(margin, ReportMarginMillimetres);
+    // A long report with a line wider than the page: every word of every page stands inside the
+    // margins, and the pages still break as PageStarts says.
+    test::StatsTable t;
+    t.Header("+INFO,someone@example.org,password,SEQUENCED,BIRTHS");
+    t.Record("A" + std::string(300, 'W'), "Forename", "MOTHER");
+    for (int i = 0; i < 200; ++i)
+        t.Record("NAME" + std::to_string(1000 + i), "Forename*", "MOTHER");
+    CheckIterator it;
+    const std::vector<ReportLine> lines = ReportLines(true, "", it, t.Inputs(), PrintedAt);
+    test::TempDir dir;
+    const QString path = PdfPath(dir, "margins.pdf");
+    ASSERT_TRUE(PrintReportToPdf(lines, path));
+    const PdfWords words = WordBoxes(path);
+    ASSERT_GT(words.Count, 400);
+    const double margin = ReportMarginMillimetres * 72.0 / 25.4;
+    EXPECT_GE(words.Left, margin - 0.5);
+    EXPECT_GE(words.Top, margin - 0.5);
+    EXPECT_LE(words.Right, words.PageWidth - margin + 0.5);
+    EXPECT_LE(words.Bottom, words.PageHeight - margin + 0.5);
+    const Pages pages = PdfPages(path);
+    EXPECT_GT(pages.size(), 2U);
+    EXPECT_EQ(pages, ExpectedPages(WrapReportLines(lines, CharactersPerLine(*PdfPrinter("x")))));
+}
+
+// The printers of a test: names, and the default among them.
+struct ListedPrinters : PrinterDirectory {
+    QStringList List;
+    QString Default;
+    QStringList Names() const override { return List; }
+    QString DefaultName() const override { return Default; }
+};
+
+TEST(ChoosePrinter, TakesTheDefaultThenTheOnlyPrinterThenAsksWhichOne) {
+    std::vector<QStringList> asked;
+    QString answer = "Hall";
+    const PrinterPicker pick = [&](const QStringList& names) {
+        asked.push_back(names);
+        return answer;
+    };
+    ListedPrinters printers;
+    printers.List = {"Office", "Hall"};
+    printers.Default = "Office";
+    PrinterChoice choice = ChoosePrinter(printers, pick);
+    EXPECT_EQ(choice.Kind, PrinterChoiceKind::Chosen);
+    EXPECT_EQ(choice.Name, "Office");
+    printers.Default = "";
+    printers.List = {"Hall"};
+    choice = ChoosePrinter(printers, pick);
+    EXPECT_EQ(choice.Kind, PrinterChoiceKind::Chosen);
+    EXPECT_EQ(choice.Name, "Hall");
+    EXPECT_TRUE(asked.empty());
+    printers.List = {"Office", "Hall"};
+    choice = ChoosePrinter(printers, pick);
+    EXPECT_EQ(choice.Kind, PrinterChoiceKind::Chosen);
+    EXPECT_EQ(choice.Name, "Hall");
+    ASSERT_EQ(asked.size(), 1U);
+    EXPECT_EQ(asked[0], printers.List);
+    answer = "";
+    EXPECT_EQ(ChoosePrinter(printers, pick).Kind, PrinterChoiceKind::Cancelled);
+    printers.List = {};
+    EXPECT_EQ(ChoosePrinter(printers, pick).Kind, PrinterChoiceKind::NoneInstalled);
+    EXPECT_EQ(asked.size(), 2U);
+}
+
+// The list the user picks a printer from, answered through the real dialog.
+TEST(AskWhichPrinter, ListsThePrintersAndGivesThePickedOneOrNothing) {
+    for (bool accept : {true, false}) {
+        QStringList offered;
+        QTimer::singleShot(50, [&offered, accept] {
+            auto* dialog = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            offered = dialog->comboBoxItems();
+            dialog->setTextValue("Hall");
+            if (accept)
+                dialog->accept();
+            else
+                dialog->reject();
+        });
+        const QString picked = AskWhichPrinter(nullptr, {"Office", "Hall"});
+        EXPECT_EQ(offered, (QStringList{"Office", "Hall"}));
+        EXPECT_EQ(picked, accept ? "Hall" : "");
+    }
+}
+
+TEST(PrintStats, WithPrintersButNoneTheDefaultAPickCancelledPrintsNothingAndSaysNothing) {
+    StatsScreen screen;
+    auto printers = std::make_shared<ListedPrinters>();
+    printers->List = {"Office", "Hall"};
+    screen.Form.SetPrinterDirectory(printers);
+    int picks = 0;
+    screen.Form.SetPrinterPicker([&picks](const QStringList&) {
+        ++picks;
+        return QString();
+    });
+    screen.Prompts.Script = {Answer::Yes};
+    screen.Form.PrintStats();
+    EXPECT_EQ(picks, 1);
+    // Only the question about all the records: no "No printer is installed".
+    ASSERT_EQ(screen.Prompts.Shown.size(), 1U);
+    EXPECT_EQ(screen.Prompts.Shown[0].Text, AllRecordsQuestion);
+}
+
+TEST(PrintStats, WithNoPrinterAtAllTheScreenSaysSoAndOffersAPdfFile) {
+    StatsScreen screen;
+    screen.Form.SetPrinterDirectory(std::make_shared<ListedPrinters>());
+    screen.Form.SetPrinterPicker([](const QStringList&) -> QString {
+        ADD_FAILURE() << "asked which printer with none installed";
+        return {};
+    });
+    screen.Prompts.Script = {Answer::Yes, Answer::No};
+    screen.Form.PrintStats();
+    ASSERT_EQ(screen.Prompts.Shown.size(), 2U);
+    EXPECT_EQ(screen.Prompts.Shown[1].Text,
+              "No printer is installed, so the report cannot be printed.\r"
+              "Do you want to save it as a PDF file instead?");
+}
+
 TEST(PageStarts, HeadingAtTheFootGoesOverWithTheLineAfterIt) {
     const std::vector<ReportLine> lines = {{"a", false}, {"b", false}, {"Heading", true},
                                            {"c", false}, {"d", false}, {"e", false}};
@@ -348,8 +507,6 @@ struct Printing : StatsScreen {
         });
     }
 };
-
-const std::string AllRecordsQuestion = "Do you want a print of all the QRL records ?";
 
 TEST(PrintStats, CancelPrintsNothing) {
     Printing p;
