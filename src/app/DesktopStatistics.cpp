@@ -13,6 +13,10 @@ Form3& DesktopForms::Statistics() {
     form3_ = new Form3(Ask(), main);
     form3_->setObjectName(QStringLiteral("Form3"));
     form3_->SetReportSource([this](bool allRecords) { return main_->Model().Report(allRecords); });
+    form3_->SetReadFiles([this] {
+        return std::vector<std::string>{main_->Model().TranscriptionFile,
+                                        main_->Model().GraphicsFile};
+    });
     connect(form3_, &Form3::optionSelected, this, &DesktopForms::SelectOption);
     connect(form3_, &Form3::exitProgram, main, &Form1::close);
     connect(form3_, &Form3::hidden, main, &Form1::FocusRecordBox);

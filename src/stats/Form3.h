@@ -31,6 +31,8 @@ class Form3 : public QWidget {
     using ReportSource = std::function<std::vector<ReportLine>(bool allRecords)>;
     // The name of a PDF file to save the report in; "" when the user gives none.
     using PdfFileChooser = std::function<QString()>;
+    // The files the session reads (transcription and scan): a report never replaces them.
+    using ReadFilesSource = std::function<std::vector<std::string>()>;
 
     explicit Form3(Prompts& prompts, QWidget* parent = nullptr);
 
@@ -49,6 +51,7 @@ class Form3 : public QWidget {
     void SetReportSource(ReportSource source) { reportSource_ = std::move(source); }
     void SetPrinterSource(PrinterSource source) { printerSource_ = std::move(source); }
     void SetPdfFileChooser(PdfFileChooser chooser) { pdfFileChooser_ = std::move(chooser); }
+    void SetReadFiles(ReadFilesSource source) { readFiles_ = std::move(source); }
 
     // Asks whether to print all the records, then prints the report on the default printer;
     // without a printer, offers to save it as a PDF file.
@@ -93,6 +96,7 @@ class Form3 : public QWidget {
     ReportSource reportSource_;
     PrinterSource printerSource_;
     PdfFileChooser pdfFileChooser_;
+    ReadFilesSource readFiles_;
 };
 
 } // namespace tv
