@@ -1,7 +1,9 @@
 #include "app/CheckCommand.h"
 
 #include "core/Clock.h"
+#include "core/ControlPictures.h"
 #include "core/QtPlatform.h"
+#include "core/ReportTarget.h"
 #include "core/Text.h"
 #include "stats/Form3Print.h"
 #include "stats/Statistics.h"
@@ -21,7 +23,7 @@ class TerminalPrompts : public Prompts {
     TerminalPrompts(std::ostream& err, bool answerYes) : err_(err), answerYes_(answerYes) {}
 
     Answer Ask(const Prompt& prompt) override {
-        err_ << Cp1252ToUtf8(UnixLineEnds(prompt.Text)) << '\n';
+        err_ << ShowControlCharacters(Cp1252ToUtf8(UnixLineEnds(prompt.Text)), true) << '\n';
         switch (prompt.Choice) {
         case Buttons::Ok:
             return Answer::Ok;
@@ -69,7 +71,8 @@ int CheckOneFile(const CheckOptions& options, const std::string& file, std::ostr
     std::string description = ScanDescription(table);
     for (const ReportLine& line :
          ReportLines(options.AllRecords, description, iterator, inputs, SystemClock().Now())) {
-        out << Cp1252ToUtf8(line.Text) << '\n';
+        // A line of the file may hold any byte: control bytes are shown, never sent as they are.
+        out << ShowControlCharacters(Cp1252ToUtf8(line.Text)) << '\n';
         printed.push_back(line);
     }
     return ReportHasFindings(iterator, inputs) ? CheckFindings : CheckClean;
@@ -93,6 +96,11 @@ bool SetOption(const std::string& name, const std::string& value, CheckOptions& 
     if (name == "--scan") {
         options.Scan = value;
     } else if (name == "--print-to") {
+        // An empty name would mean no PDF file at all, silently: the command line is wrong.
+        if (value.empty()) {
+            error = "--print-to needs a file name";
+            return false;
+        }
         options.PrintTo = value;
     } else if (value == "yes" || value == "no") {
         options.AnswerYes = value == "yes";
@@ -154,6 +162,15 @@ bool ParseCheckArguments(const std::vector<std::string>& args, CheckOptions& opt
 }
 
 int RunCheck(const CheckOptions& options, std::ostream& out, std::ostream& err) {
+    if (!options.PrintTo.empty()) {
+        std::vector<std::string> inputs = options.Files;
+        inputs.push_back(options.Scan);
+        if (const std::optional<std::string> input = InputAtTarget(options.PrintTo, inputs)) {
+            err << "tallyview: --print-to " << options.PrintTo << " is the file " << *input
+                << ", which Tallyview only reads\n";
+            return CheckUsage;
+        }
+    }
     int status = CheckClean;
     std::vector<ReportLine> printed;
     for (const std::string& file : options.Files) {
@@ -162,8 +179,10 @@ int RunCheck(const CheckOptions& options, std::ostream& out, std::ostream& err) 
     }
     // No report, no file: every file was refused or could not be read.
     if (options.PrintTo.empty() || printed.empty()) return status;
-    if (!PrintReportToPdf(printed, PathToQString(options.PrintTo))) {
-        err << "tallyview: cannot write the report to " << options.PrintTo << '\n';
+    if (const std::string failure = PrintReportToPdf(printed, PathToQString(options.PrintTo));
+        !failure.empty()) {
+        err << "tallyview: cannot write the report to " << options.PrintTo << ": " << failure
+            << '\n';
         status = std::max<int>(status, CheckUnreadable);
     }
     return status;

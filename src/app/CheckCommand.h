@@ -30,7 +30,8 @@ bool ParseCheckArguments(const std::vector<std::string>& args, CheckOptions& opt
 
 // Checks every file in turn; returns the highest status of all files. With PrintTo, the reports
 // of all the files go to that PDF file too, one after another (a QGuiApplication must exist);
-// a PDF that cannot be written is told on err and gives CheckUnreadable.
+// a PDF that cannot be written is told on err with the reason and gives CheckUnreadable. A
+// PrintTo that is one of the files or the scan is refused before anything is read (CheckUsage).
 int RunCheck(const CheckOptions& options, std::ostream& out, std::ostream& err);
 
 // The command line's error messages, one wording for the check and the windowed program.

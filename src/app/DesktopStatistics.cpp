@@ -14,6 +14,10 @@ Form3& DesktopForms::Statistics() {
     statsPrompts_.SetParent(form3_);
     form3_->setObjectName(QStringLiteral("Form3"));
     form3_->SetReportSource([this](bool allRecords) { return main_->Model().Report(allRecords); });
+    form3_->SetReadFiles([this] {
+        return std::vector<std::string>{main_->Model().TranscriptionFile,
+                                        main_->Model().GraphicsFile};
+    });
     connect(form3_, &Form3::optionSelected, this, &DesktopForms::SelectOption);
     connect(form3_, &Form3::exitProgram, main, &Form1::close);
     connect(form3_, &Form3::hidden, main, &Form1::FocusRecordBox);

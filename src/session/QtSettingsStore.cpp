@@ -8,6 +8,9 @@
 #include <QStandardPaths>
 #include <QStringDecoder>
 
+#include <filesystem>
+#include <system_error>
+
 namespace tv {
 
 namespace {
@@ -16,13 +19,37 @@ QString KeyOf(const std::string& section, const std::string& key) {
     return QString::fromStdString(section) + "/" + QString::fromStdString(key);
 }
 
+// Far more than the settings of ten scans can take, even with folder names of thousands of
+// characters: a larger file was not written by this program.
+constexpr qint64 MaxStoreBytes = 1 << 20;
+
+enum class StoreFile {
+    Usable,   // a regular file of a size this program writes, or none yet
+    Damaged,  // a regular file far too large: given up, and replaced on saving
+    NotAFile, // a device, a pipe, a folder: never read, never written
+};
+
+// Looked at without opening it: QSettings reads a store whole, so a device that never ends
+// would exhaust the memory, and opening a pipe would wait for a writer that never comes.
+StoreFile Examine(const QString& path) {
+    const std::filesystem::path native(path.toStdU16String());
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(native, error);
+    if (status.type() == std::filesystem::file_type::not_found) return StoreFile::Usable;
+    if (status.type() != std::filesystem::file_type::regular) return StoreFile::NotAFile;
+    const std::uintmax_t size = std::filesystem::file_size(native, error);
+    if (error || size > static_cast<std::uintmax_t>(MaxStoreBytes)) return StoreFile::Damaged;
+    return StoreFile::Usable;
+}
+
 // The file this program writes is UTF-8 text. Control bytes, or bytes that are not UTF-8, mean
 // that something else has damaged it, even where QSettings still finds keys in it.
 bool IsDamaged(const QString& path, const QSettings& settings) {
     if (settings.status() == QSettings::FormatError) return true;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return false; // no file yet: the first run
-    const QByteArray bytes = file.readAll();
+    const QByteArray bytes = file.read(MaxStoreBytes + 1);
+    if (bytes.size() > MaxStoreBytes) return true;
     for (char c : bytes) {
         const auto byte = static_cast<unsigned char>(c);
         if (byte < 0x20 && c != '\t' && c != '\r' && c != '\n') return true;
@@ -43,8 +70,18 @@ QtSettingsStore::QtSettingsStore(Prompts& prompts)
     : QtSettingsStore(prompts, DefaultSettingsPath()) {}
 
 QtSettingsStore::QtSettingsStore(Prompts& prompts, const QString& path)
-    : prompts_(prompts), path_(path),
-      settings_(std::make_unique<QSettings>(path, QSettings::IniFormat)) {
+    : prompts_(prompts), path_(path) {
+    switch (Examine(path)) {
+    case StoreFile::NotAFile:
+        notAFile_ = true;
+        return;
+    case StoreFile::Damaged:
+        damaged_ = true; // QSettings is opened on it only once it has been removed
+        return;
+    case StoreFile::Usable:
+        break;
+    }
+    settings_ = std::make_unique<QSettings>(path, QSettings::IniFormat);
     damaged_ = IsDamaged(path, *settings_);
 }
 
@@ -54,7 +91,7 @@ QtSettingsStore::~QtSettingsStore() = default;
 // platform's UTF-8. A value of another type (a list, a variant) was not written by this program.
 std::string QtSettingsStore::Read(const std::string& section, const std::string& key,
                                   const std::string& deflt) const {
-    if (damaged_) return deflt;
+    if (damaged_ || notAFile_) return deflt;
     const QVariant value = settings_->value(KeyOf(section, key));
     if (value.typeId() != QMetaType::QString) return deflt;
     return value.toString().toStdString();
@@ -63,20 +100,27 @@ std::string QtSettingsStore::Read(const std::string& section, const std::string&
 void QtSettingsStore::Write(const std::string& section, const std::string& key,
                             const std::string& value) {
     StartAfreshIfDamaged();
+    if (notAFile_) return;
     settings_->setValue(KeyOf(section, key), QString::fromStdString(value));
 }
 
 void QtSettingsStore::DeleteSection(const std::string& section) {
     StartAfreshIfDamaged();
+    if (notAFile_) return;
     settings_->remove(QString::fromStdString(section));
 }
 
 void QtSettingsStore::DeleteAll() {
     StartAfreshIfDamaged();
+    if (notAFile_) return;
     settings_->clear();
 }
 
 void QtSettingsStore::Flush() {
+    if (notAFile_) {
+        ReportFailure("The file or its folder cannot be written.");
+        return;
+    }
     if (damaged_) return;
     settings_->sync();
     if (settings_->status() == QSettings::FormatError) {
@@ -91,8 +135,13 @@ void QtSettingsStore::StartAfreshIfDamaged() {
     if (!damaged_) return;
     settings_.reset();
     QFile::remove(path_);
-    settings_ = std::make_unique<QSettings>(path_, QSettings::IniFormat);
     damaged_ = false;
+    // A file that could not be removed is still not one to read.
+    if (Examine(path_) != StoreFile::Usable) {
+        notAFile_ = true;
+        return;
+    }
+    settings_ = std::make_unique<QSettings>(path_, QSettings::IniFormat);
 }
 
 void QtSettingsStore::ReportFailure(const QString& reason) {

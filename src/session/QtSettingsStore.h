@@ -16,7 +16,8 @@ class QtSettingsStore : public SettingsStore {
   public:
     // The user's store; a failure to save it is told once through prompts.
     explicit QtSettingsStore(Prompts& prompts);
-    // A store kept in the file at path.
+    // A store kept in the file at path. Anything there but a regular file of a size this
+    // program writes is never read: the store starts from the defaults.
     QtSettingsStore(Prompts& prompts, const QString& path);
     ~QtSettingsStore() override;
     QtSettingsStore(const QtSettingsStore&) = delete;
@@ -40,7 +41,8 @@ class QtSettingsStore : public SettingsStore {
     Prompts& prompts_;
     QString path_;
     std::unique_ptr<QSettings> settings_;
-    bool damaged_ = false; // the file could not be parsed: none of its values is used
+    bool damaged_ = false;  // the file could not be parsed: none of its values is used
+    bool notAFile_ = false; // a device, a pipe or a folder: defaults, and nothing is saved
     bool failureReported_ = false;
 };
 

@@ -32,6 +32,8 @@ class Form3 : public QWidget {
     using ReportSource = std::function<std::vector<ReportLine>(bool allRecords)>;
     // The name of a PDF file to save the report in; "" when the user gives none.
     using PdfFileChooser = std::function<QString()>;
+    // The files the session reads (transcription and scan): a report never replaces them.
+    using ReadFilesSource = std::function<std::vector<std::string>()>;
 
     explicit Form3(Prompts& prompts, QWidget* parent = nullptr);
 
@@ -56,6 +58,7 @@ class Form3 : public QWidget {
         printers_ = std::move(printers);
     }
     void SetPrinterPicker(PrinterPicker picker) { printerPicker_ = std::move(picker); }
+    void SetReadFiles(ReadFilesSource source) { readFiles_ = std::move(source); }
 
     // Asks whether to print all the records, then prints the report on the default printer (or
     // the only one, or the one the user picks); without a printer, offers to save it as a PDF
@@ -105,6 +108,7 @@ class Form3 : public QWidget {
     std::shared_ptr<const PrinterDirectory> printers_;
     PrinterPicker printerPicker_;
     bool printerChoiceCancelled_ = false;
+    ReadFilesSource readFiles_;
 };
 
 } // namespace tv

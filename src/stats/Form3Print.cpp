@@ -2,18 +2,21 @@
 #include "stats/Form3Print.h"
 
 #include "core/QtPlatform.h"
+#include "core/ReportTarget.h"
 #include "core/Text.h"
 #include "stats/Form3.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QFontMetricsF>
 #include <QInputDialog>
 #include <QPageLayout>
 #include <QPainter>
+#include <QPdfWriter>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <QSaveFile>
 
 #include <algorithm>
 #include <cmath>
@@ -21,6 +24,8 @@
 namespace tv {
 
 namespace {
+
+constexpr const char* ReportTitle = "Tallyview Report";
 
 std::string PathText(const QString& path) {
     return Utf8ToCp1252(QDir::toNativeSeparators(path).toStdString());
@@ -92,12 +97,12 @@ std::vector<std::size_t> PageStarts(const std::vector<ReportLine>& lines, int li
     return starts;
 }
 
-int LinesPerPage(QPrinter& printer) {
+int LinesPerPage(QPagedPaintDevice& printer) {
     const QFontMetricsF metrics(ReportFont(false), &printer);
     return std::max(1, static_cast<int>(std::floor(printer.height() / metrics.lineSpacing())));
 }
 
-int CharactersPerLine(QPrinter& printer) {
+int CharactersPerLine(QPagedPaintDevice& printer) {
     const QFontMetricsF metrics(ReportFont(false), &printer);
     const double advance = metrics.horizontalAdvance(QLatin1Char('M'));
     return std::max(1, static_cast<int>(std::floor(printer.width() / advance)));
@@ -116,9 +121,10 @@ std::vector<ReportLine> WrapReportLines(const std::vector<ReportLine>& lines, in
     return wrapped;
 }
 
-bool PrintReport(const std::vector<ReportLine>& report, QPrinter& printer) {
-    printer.setDocName("Tallyview Report");
-    SetReportMargins(printer);
+namespace {
+
+// Paints the lines as one document on the pages of printer; false when it cannot be begun.
+bool PaintReport(const std::vector<ReportLine>& report, QPagedPaintDevice& printer) {
     const std::vector<ReportLine> lines = WrapReportLines(report, CharactersPerLine(printer));
     const std::vector<std::size_t> starts = PageStarts(lines, LinesPerPage(printer));
     QPainter painter;
@@ -140,6 +146,14 @@ bool PrintReport(const std::vector<ReportLine>& report, QPrinter& printer) {
     return painter.end();
 }
 
+} // namespace
+
+bool PrintReport(const std::vector<ReportLine>& report, QPrinter& printer) {
+    printer.setDocName(ReportTitle);
+    SetReportMargins(printer);
+    return PaintReport(report, printer);
+}
+
 std::unique_ptr<QPrinter> PdfPrinter(const QString& pdfPath) {
     auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
     printer->setOutputFormat(QPrinter::PdfFormat);
@@ -148,8 +162,29 @@ std::unique_ptr<QPrinter> PdfPrinter(const QString& pdfPath) {
     return printer;
 }
 
-bool PrintReportToPdf(const std::vector<ReportLine>& lines, const QString& pdfPath) {
-    return PrintReport(lines, *PdfPrinter(pdfPath)) && QFileInfo::exists(pdfPath);
+std::string PrintReportToPdf(const std::vector<ReportLine>& lines, const QString& pdfPath,
+                             const std::vector<std::string>& readFiles) {
+    const std::string target = PathFromQString(pdfPath);
+    if (std::string refusal = ReportTargetRefusal(target); !refusal.empty()) return refusal;
+    if (const std::optional<std::string> input = InputAtTarget(target, readFiles))
+        return "It is the file " + *input + ", which Tallyview only reads";
+    // Painted in memory first (a report is a few hundred kilobytes at most): every failure of
+    // the disk then comes from the one file written below, with the system's reason.
+    QBuffer pdf;
+    pdf.open(QIODevice::WriteOnly);
+    {
+        const std::unique_ptr<QPrinter> layout = PdfPrinter(pdfPath);
+        QPdfWriter writer(&pdf);
+        writer.setTitle(ReportTitle);
+        writer.setResolution(layout->resolution());
+        writer.setPageLayout(layout->pageLayout());
+        if (!PaintReport(lines, writer)) return "The report could not be laid out";
+    }
+    QSaveFile file(pdfPath);
+    if (!file.open(QIODevice::WriteOnly) || file.write(pdf.data()) != pdf.data().size() ||
+        !file.commit())
+        return file.errorString().toStdString();
+    return "";
 }
 
 QString ChoosePdfFile(QWidget* parent) {
@@ -199,8 +234,11 @@ void Form3::SaveAsPdf(const std::vector<ReportLine>& lines) {
         return;
     const QString path = pdfFileChooser_ ? pdfFileChooser_() : QString();
     if (path.isEmpty()) return;
-    if (!PrintReportToPdf(lines, path))
-        prompts_.Tell("Tallyview could not write the report to " + PathText(path),
+    const std::vector<std::string> readFiles =
+        readFiles_ ? readFiles_() : std::vector<std::string>{};
+    if (const std::string failure = PrintReportToPdf(lines, path, readFiles); !failure.empty())
+        prompts_.Tell("Tallyview could not write the report to " + PathText(path) + CR +
+                          Utf8ToCp1252(failure),
                       PromptIcon::Exclamation);
 }
 

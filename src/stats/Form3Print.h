@@ -3,6 +3,7 @@
 #include "stats/Statistics.h"
 
 #include <QFont>
+#include <QPagedPaintDevice>
 #include <QPrinter>
 #include <QString>
 #include <QStringList>
@@ -10,6 +11,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 class QWidget;
@@ -63,9 +65,9 @@ void SetReportMargins(QPrinter& printer);
 std::vector<std::size_t> PageStarts(const std::vector<ReportLine>& lines, int linesPerPage);
 
 // The lines of "Courier New" 10 that fit on a page of the printer.
-int LinesPerPage(QPrinter& printer);
+int LinesPerPage(QPagedPaintDevice& printer);
 // The characters of "Courier New" 10 that fit across a page of the printer.
-int CharactersPerLine(QPrinter& printer);
+int CharactersPerLine(QPagedPaintDevice& printer);
 // A line wider than columns goes on in the lines below it, indented by eight spaces, instead of
 // running off the page: a long folder name or transcription line is printed whole.
 std::vector<ReportLine> WrapReportLines(const std::vector<ReportLine>& lines, int columns);
@@ -75,7 +77,13 @@ std::vector<ReportLine> WrapReportLines(const std::vector<ReportLine>& lines, in
 bool PrintReport(const std::vector<ReportLine>& lines, QPrinter& printer);
 // A printer that writes a PDF file at pdfPath.
 std::unique_ptr<QPrinter> PdfPrinter(const QString& pdfPath);
-bool PrintReportToPdf(const std::vector<ReportLine>& lines, const QString& pdfPath);
+// Writes the report as a PDF file at pdfPath, laid out as PdfPrinter lays it out. The file is
+// written beside under another name and takes the name only when every byte is on the disk,
+// so a full disk never leaves half a report in place of a good one; a pipe, a device or a
+// folder is refused without being opened, and so is any of readFiles (by the file's identity,
+// whatever the path). Returns the reason it failed, "" when written.
+std::string PrintReportToPdf(const std::vector<ReportLine>& lines, const QString& pdfPath,
+                             const std::vector<std::string>& readFiles = {});
 
 // Asks the user where to save the report as a PDF file; "" when cancelled.
 QString ChoosePdfFile(QWidget* parent);

@@ -1,10 +1,12 @@
 #include "transcription/LineReader.h"
 
+#include "core/RunTimeError.h"
 #include "transcription/ReadOnlyFile.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <string_view>
 
 namespace tv {
 
@@ -84,11 +86,26 @@ RawLines ReadLines(const std::string& path, std::size_t maxLines) {
     LineSplitter splitter(maxLines);
     // Not cleared first: only the bytes read are looked at.
     std::array<char, 65536> chunk;
-    for (;;) {
-        std::size_t got = file.Read(chunk.data(), chunk.size());
-        if (got == 0 || !splitter.Feed(chunk.data(), got)) break;
+    // One byte past the limit is enough to know that a file is too long; a file that ends
+    // sooner, or whose lines pass the line limit sooner, is read no further.
+    std::size_t left = MaxTranscriptionBytes + 1;
+    TextEncoding encoding = TextEncoding::Plain;
+    for (bool first = true;; first = false) {
+        std::size_t got = file.Read(chunk.data(), std::min(chunk.size(), left));
+        left -= got;
+        std::size_t skip = 0;
+        if (first) {
+            // A regular file gives its first bytes whole: the mark is never split.
+            encoding =
+                DetectEncoding(std::string_view(chunk.data(), std::min<std::size_t>(got, 4)));
+            skip = SkippedMarkBytes(encoding);
+        }
+        if (got == 0 || !splitter.Feed(chunk.data() + skip, got - skip)) break;
+        if (left == 0) throw FileError(path, TooLongReason);
     }
-    return splitter.Finish();
+    RawLines lines = splitter.Finish();
+    lines.Encoding = encoding;
+    return lines;
 }
 
 } // namespace tv

@@ -27,6 +27,7 @@ struct ReadState {
     HeaderSeen Seen;
     int LastRecordLine = -1;
     bool VeryLongLineSeen = false;
+    TextEncoding Encoding = TextEncoding::Plain;
     Fields LineFields;
 };
 
@@ -156,6 +157,8 @@ bool CarryOnDespite(const std::string& shownName, const char* reason, Prompts& p
 bool CarryOnDespiteSuspicions(const std::string& shownName, const ReaderContext& context,
                               const ReadState& state) {
     std::vector<const char*> reasons;
+    // First: a file in another encoding is the likely cause of every warning after it.
+    if (const char* encoding = EncodingReason(state.Encoding)) reasons.push_back(encoding);
     if (context.Table.RecordCount == 0)
         reasons.push_back(
             "Could not find any transcribed birth, marriage or death entries in the file");
@@ -175,6 +178,7 @@ std::string ReadTranscription(std::string& fileName, ReaderContext& context) {
     ResetTable(table);
     ReadState state;
     RawLines raw = ReadLines(fileName, MaxLines);
+    state.Encoding = raw.Encoding;
     for (RawLine& line : raw.Lines) {
         table.LineCount = To16(table.LineCount + 1);
         ReadLine(context, state, line);

@@ -96,7 +96,7 @@ TEST(CheckPrintTo, PdfThatCannotBeWrittenIsToldAndGivesStatusThree) {
     ProcessResult r =
         RunTallyview({"--check", "--print-to", file + "/r.pdf", DataFile("check/clean.QRL")});
     EXPECT_EQ(r.Status, 3);
-    EXPECT_EQ(r.Err, "tallyview: cannot write the report to " + file + "/r.pdf\n");
+    EXPECT_EQ(r.Err, "tallyview: cannot write the report to " + file + "/r.pdf: Not a directory\n");
     EXPECT_NE(r.Out.find("Tallyview Report for Births 1911 Qtr 3 Page 123"), std::string::npos);
 }
 

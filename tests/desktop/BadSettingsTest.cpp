@@ -9,6 +9,8 @@
 
 #include <fstream>
 
+#include <sys/stat.h>
+
 namespace tv::test {
 namespace {
 
@@ -163,6 +165,28 @@ TEST_F(BadSettings, AFolderThatCannotExistIsToldOnceAndTheSessionGoesOn) {
     ASSERT_EQ(Prompts.Shown.size(), 1U);
     EXPECT_EQ(Prompts.Shown[0].Text, SaveFailure());
     EXPECT_EQ(ReadBytes((Dir.Path() / "config").string()), "a plain file");
+}
+
+TEST_F(BadSettings, ADeviceOrAPipeForASettingsFileGivesTheDefaultsAndTheProgramRuns) {
+    const Loaded first = FirstRun();
+    for (const std::string kind : {"device", "pipe"}) {
+        Prompts.Shown.clear();
+        fs::create_directories(SettingsFile().parent_path());
+        if (kind == "device") {
+            fs::create_symlink("/dev/urandom", SettingsFile());
+        } else {
+            ASSERT_EQ(mkfifo(SettingsFile().c_str(), 0600), 0);
+        }
+        ExpectSame(Open(), first);
+        EXPECT_TRUE(Prompts.Shown.empty()) << kind;
+        Calibrate(Page);
+        SaveTwice();
+        ASSERT_EQ(Prompts.Shown.size(), 1U) << kind;
+        EXPECT_EQ(Prompts.Shown[0].Text, SaveFailure());
+        EndRun();
+        EXPECT_EQ(fs::is_fifo(SettingsFile()), kind == "pipe");
+        fs::remove(SettingsFile());
+    }
 }
 
 } // namespace

@@ -26,6 +26,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 namespace tv {
 namespace {
 
@@ -290,7 +292,7 @@ TEST(PrintReportToPdf, ReadsBackAsTheReportLinesForBothAnswers) {
         const std::vector<ReportLine> lines = f.Report(allRecords);
         test::TempDir dir;
         const QString path = PdfPath(dir, "report.pdf");
-        ASSERT_TRUE(PrintReportToPdf(lines, path));
+        ASSERT_EQ(PrintReportToPdf(lines, path), "");
         const Pages pages = PdfPages(path);
         ASSERT_EQ(pages.size(), 1U);
         EXPECT_EQ(pages, ExpectedPages(lines)) << allRecords;
@@ -308,7 +310,7 @@ TEST(PrintReportToPdf, LongReportBreaksPagesWithoutLeavingAHeadingAtTheFoot) {
     const std::vector<ReportLine> lines = ReportLines(true, "", it, t.Inputs(), PrintedAt);
     test::TempDir dir;
     const QString path = PdfPath(dir, "long.pdf");
-    ASSERT_TRUE(PrintReportToPdf(lines, path));
+    ASSERT_EQ(PrintReportToPdf(lines, path), "");
     const Pages pages = PdfPages(path);
     EXPECT_GT(pages.size(), 3U);
     EXPECT_EQ(pages, ExpectedPages(lines));
@@ -318,10 +320,10 @@ TEST(PrintReportToPdf, LongReportBreaksPagesWithoutLeavingAHeadingAtTheFoot) {
         EXPECT_FALSE(lines[starts[p] - 1].Bold) << "page " << p << " ends in a heading";
 }
 
-TEST(PrintReportToPdf, AFolderThatCannotBeWrittenGivesFalse) {
+TEST(PrintReportToPdf, AFolderThatCannotBeWrittenGivesTheReason) {
     test::TempDir dir;
     const std::string file = dir.Write("plain", "x");
-    EXPECT_FALSE(PrintReportToPdf({{"line", false}}, QString::fromStdString(file + "/r.pdf")));
+    EXPECT_NE(PrintReportToPdf({{"line", false}}, QString::fromStdString(file + "/r.pdf")), "");
 }
 
 // Where the words of a PDF stand, in points, and the size of its pages.
@@ -566,8 +568,25 @@ TEST(PrintStats, APdfFileThatCannotBeWrittenIsReported) {
     p.Prompts.Script = {Answer::Yes, Answer::Yes};
     p.Form.PrintStats();
     ASSERT_EQ(p.Prompts.Shown.size(), 3U);
+    const std::string told = "Tallyview could not write the report to " + plain + "/report.pdf\r";
+    EXPECT_TRUE(p.Prompts.Shown[2].Text.starts_with(told)) << p.Prompts.Shown[2].Text;
+    EXPECT_GT(p.Prompts.Shown[2].Text.size(), told.size()); // with the system's reason
+}
+
+TEST(PrintStats, ThePdfIsNeverWrittenOverTheTranscriptionWhateverItsPath) {
+    Printing p;
+    p.HasPrinter = false;
+    const std::string transcription = p.Dir.Write("1872D10042.QRL", "+S,1872,Mar\r\n");
+    std::filesystem::create_symlink(transcription, p.Dir.Path() / "link.pdf");
+    p.Form.SetReadFiles([&] { return std::vector<std::string>{transcription, ""}; });
+    p.ChosenFile = QString::fromStdString((p.Dir.Path() / "link.pdf").string());
+    p.Prompts.Script = {Answer::Yes, Answer::Yes};
+    p.Form.PrintStats();
+    ASSERT_EQ(p.Prompts.Shown.size(), 3U);
     EXPECT_EQ(p.Prompts.Shown[2].Text,
-              "Tallyview could not write the report to " + plain + "/report.pdf");
+              "Tallyview could not write the report to " + (p.Dir.Path() / "link.pdf").string() +
+                  "\rIt is the file " + transcription + ", which Tallyview only reads");
+    EXPECT_EQ(test::ReadBytes(transcription), "+S,1872,Mar\r\n");
 }
 
 TEST(PrintB, ReturnsTheFocusAfterPrintingUnlessCommand1ReadsExit) {

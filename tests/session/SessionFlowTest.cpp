@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 
 namespace tv::test {
@@ -187,6 +188,17 @@ TEST_F(SessionFlow, FileThatCannotBeOpenedIsReportedAndQuits) {
     EXPECT_GT(p.Text.size(), ("Cannot open " + path + "\r").size());
     EXPECT_EQ(p.Title, "Tallyview");
     EXPECT_EQ(p.Choice, Buttons::Ok);
+}
+
+TEST_F(SessionFlow, AFileFarLongerThanATranscriptionIsRefusedNamingItAndTheReason) {
+    std::string path = Dir.Write("huge.QRL", "");
+    std::filesystem::resize_file(path, 100ULL << 30); // sparse: it takes no room
+    EXPECT_EQ(S.LoadTranscription(path), "**QUIT**");
+    ASSERT_EQ(F.Prompts.Shown.size(), 1U);
+    EXPECT_EQ(F.Prompts.Shown[0].Text,
+              "Cannot open " + path +
+                  "\rThe file is longer than 16384000 bytes, far more than a transcription can "
+                  "hold");
 }
 
 TEST_F(SessionFlow, RefusedTranscriptionQuits) {

@@ -12,5 +12,9 @@ struct ProcessResult {
 };
 
 ProcessResult RunTallyview(const std::vector<std::string>& args);
+// The same, started by the command prefix (a program on PATH and its arguments), which is
+// given the program and args as its last arguments: a shell that sets limits, a new namespace.
+ProcessResult RunTallyviewThrough(const std::vector<std::string>& prefix,
+                                  const std::vector<std::string>& args);
 
 } // namespace tv::test

@@ -76,10 +76,10 @@ TEST_F(ReadLinesTest, CrLfSplitAcrossTwoReadsIsOneLineEnd) {
     EXPECT_FALSE(raw.MoreLines);
 }
 
-TEST_F(ReadLinesTest, ByteOrderMarkStaysInLineOne) {
+TEST_F(ReadLinesTest, ByteOrderMarkIsSkippedBeforeLineOne) {
     Read("\xEF\xBB\xBFSMITH,John,Leeds,9b,1\r\n");
-    EXPECT_EQ(Table.LineText[1], "\xEF\xBB\xBFSMITH,John,Leeds,9b,1");
-    EXPECT_EQ(Table.Surname[1], "\xEF\xBB\xBFSMITH");
+    EXPECT_EQ(Table.LineText[1], "SMITH,John,Leeds,9b,1");
+    EXPECT_EQ(Table.Surname[1], "SMITH");
     EXPECT_EQ(Table.LineRecNo[1], 1);
 }
 
