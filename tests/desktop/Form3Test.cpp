@@ -374,7 +374,7 @@ TEST(PrintReportToPdf, KeepsAtLeastFifteenMillimetresFromEveryEdgeOfThePaper) {
     const std::vector<ReportLine> lines = ReportLines(true, "", it, t.Inputs(), PrintedAt);
     test::TempDir dir;
     const QString path = PdfPath(dir, "margins.pdf");
-    ASSERT_TRUE(PrintReportToPdf(lines, path));
+    ASSERT_EQ(PrintReportToPdf(lines, path), "");
     const PdfWords words = WordBoxes(path);
     ASSERT_GT(words.Count, 400);
     const double margin = ReportMarginMillimetres * 72.0 / 25.4;
