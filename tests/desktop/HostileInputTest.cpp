@@ -38,6 +38,7 @@ class PipeRescue {
     bool Rescued() const { return rescued_; }
 
   private:
+    // After a while, each reader found waiting is let go (the reader may open the pipe again).
     void Watch() {
         using namespace std::chrono;
         const auto deadline = steady_clock::now() + seconds(3);
@@ -50,7 +51,6 @@ class PipeRescue {
                 rescued_ = true;
                 ::close(descriptor);
             }
-            return;
         }
     }
 
@@ -156,7 +156,7 @@ TEST_F(HostileInput, FileWithoutRecordsTheUserCarriesOnWithCalibrates) {
     OpenTheWindow();
     ASSERT_EQ(Boxes.Answered.size(), 1U) << Boxes.Texts();
     EXPECT_NE(Boxes.Answered[0].Text.find("Could not find any transcribed"), std::string::npos);
-    EXPECT_EQ(NameBoxText(), QString());
+    EXPECT_EQ(NameBoxText(), "");
     while (S().Calib.CalibrationStage != 0 && !Window->Ended())
         Press(Qt::Key_Return);
     ExpectAliveAndCalibrated();
@@ -166,7 +166,7 @@ TEST_F(HostileInput, FileWithoutRecordsTheUserCarriesOnWithCalibrates) {
 TEST_F(HostileInput, ReloadOfAnEmptiedFileShowsNoRecordOfTheOldTableAndCalibrates) {
     OpenTheWindow();
     Calibrate(Page);
-    ASSERT_FALSE(NameBoxText().isEmpty());
+    ASSERT_FALSE(NameBoxText().empty());
     Rewrite("");
     Boxes.Answers = {QMessageBox::Ok, QMessageBox::Ok}; // carry on with the suspect file
     Press(Qt::Key_R);
@@ -177,16 +177,16 @@ TEST_F(HostileInput, ReloadOfAnEmptiedFileShowsNoRecordOfTheOldTableAndCalibrate
     ASSERT_EQ(S().Table.LineCount, 0);
     ASSERT_EQ(S().Calib.CalibrationStage, 1);
     // The box shows nothing of the table read before.
-    EXPECT_EQ(NameBoxText(), QString());
+    EXPECT_EQ(NameBoxText(), "");
     EXPECT_EQ(S().Content.NameLine, "");
     EXPECT_LE(S().Table.CurrentLine, S().Table.LineCount + 1);
     Press(Qt::Key_Return);
     Press(Qt::Key_Return);
-    EXPECT_EQ(NameBoxText(), QString());
+    EXPECT_EQ(NameBoxText(), "");
     while (S().Calib.CalibrationStage != 0 && !Window->Ended())
         Press(Qt::Key_Return);
     ExpectAliveAndCalibrated();
-    EXPECT_EQ(NameBoxText(), QString());
+    EXPECT_EQ(NameBoxText(), "");
     for (int c = 1; c <= S().Scan.NumColumns; ++c)
         EXPECT_LE(S().Calib.ColumnTopLine[c], S().Table.LineCount) << c;
 }

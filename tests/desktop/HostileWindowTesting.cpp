@@ -77,9 +77,9 @@ std::string HostileWindowTest::MakeBadImage(const std::string& name) {
     return (Dir.Path() / name).string();
 }
 
-QString HostileWindowTest::NameBoxText() const {
+std::string HostileWindowTest::NameBoxText() const {
     const auto* box = Window->findChild<QLabel*>(QStringLiteral("NameBox"));
-    return box != nullptr ? box->text() : QStringLiteral("(no name box)");
+    return box != nullptr ? box->text().toStdString() : "(no name box)";
 }
 
 } // namespace tv::test

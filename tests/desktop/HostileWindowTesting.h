@@ -49,7 +49,7 @@ class HostileWindowTest : public DesktopTest {
     // Writes a file of the bad scan corpus (scripts/make-bad-images.sh) into the test's folder.
     std::string MakeBadImage(const std::string& name);
     // The last visible record box's name line, as the user reads it.
-    QString NameBoxText() const;
+    std::string NameBoxText() const;
 
     MessageBoxAnswerer Boxes;
 };
