@@ -21,6 +21,13 @@
 #   multipage.tif            a TIFF of two pages
 #   exif-rotated.jpg         a 300 x 200 JPEG whose EXIF orientation (6) turns it upright
 #                            to 200 x 300
+#   huge-screen.gif          a GIF of 4 x 4 pixels on a logical screen of 65535 x 65535,
+#                            which a GIF reader allocates whole
+#   folder.jpg               a folder
+#   fifo.jpg                 a named pipe, which nothing writes to
+#   loop.jpg                 a symbolic link to itself: the name is there, the file cannot be
+#                            opened
+#   dangling.jpg             a symbolic link to a file that does not exist
 set -euo pipefail
 out=${1:?output folder}
 shift
@@ -136,6 +143,16 @@ make_one() {
         -colors 16 -type Palette "$1" ;;
     multipage.tif) base && convert .base.pgm \( .base.pgm -negate \) -depth 8 "$1" ;;
     exif-rotated.jpg) exif_jpeg ;;
+    huge-screen.gif)
+        # Header, then the logical screen's width and height, two bytes each, lowest first.
+        convert -size 4x4 xc:white .small.gif
+        { head -c 6 .small.gif && printf '\xff\xff\xff\xff' && tail -c +11 .small.gif; } > "$1"
+        rm -f .small.gif
+        ;;
+    folder.jpg) mkdir -p "$1" ;;
+    fifo.jpg) rm -f "$1" && mkfifo "$1" ;;
+    loop.jpg) ln -sfn "$1" "$1" ;;
+    dangling.jpg) ln -sfn no-such-scan.jpg "$1" ;;
     *)
         echo "make-bad-images.sh: no such file: $1" >&2
         return 1
@@ -146,7 +163,8 @@ make_one() {
 names=("$@")
 if [ ${#names[@]} -eq 0 ]; then
     names=(zero-bytes.jpg text.jpg huge-header.jpg huge-header.tif bomb.png no-frames.gif
-        grey16.tif cmyk.jpg palette.gif multipage.tif exif-rotated.jpg)
+        grey16.tif cmyk.jpg palette.gif multipage.tif exif-rotated.jpg huge-screen.gif
+        folder.jpg fifo.jpg loop.jpg dangling.jpg)
     for n in "${JPEG_CUTS[@]}"; do names+=("truncated-$n.jpg"); done
     for n in "${TIFF_CUTS[@]}"; do names+=("truncated-$n.tif"); done
 fi

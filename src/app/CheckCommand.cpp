@@ -61,8 +61,8 @@ int CheckOneFile(const CheckOptions& options, const std::string& file, std::ostr
         err << "tallyview: cannot read " << e.Path << ": " << e.Reason << '\n';
         return CheckUnreadable;
     } catch (const RunTimeError& e) {
-        // The desktop would report this and end; the check gives up on this file only.
-        err << "tallyview: " << file << ": run-time error " << e.Number << ": " << e.what() << '\n';
+        // Refused, as the windowed program refuses it at start and at a reload.
+        err << "tallyview: " << file << ": " << RefusalReason(e) << '\n';
         return CheckRefused;
     }
 

@@ -92,7 +92,9 @@ LineSpacing SpacingForPlacing(const Session& s, const ViewMetrics& view) {
 void PlaceAtFirstEntry(Session& s, const ViewMetrics& view) {
     const int16_t line =
         LineOfRecord(s.Table, std::max(1, RecordAtTopOfScan(s.Scan, s.Table.RecordCount)));
-    if (line != 0) s.Table.CurrentLine = line;
+    // A table without a record leaves the box before the first line, never on a line past the
+    // end, which still holds the table read before.
+    s.Table.CurrentLine = line;
     s.Box.LinesFromTop = 0;
     s.Box.BoxTop = FirstEntryTop(s.Scan, view);
 }

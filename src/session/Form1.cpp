@@ -2,6 +2,7 @@
 #include "session/Form1.h"
 
 #include "layout/ScanTypesForm.h"
+#include "session/QtWindowPlace.h"
 #include "view/ImageView.h"
 #include "view/KeyCodes.h"
 #include "view/RecordBoxWidget.h"
@@ -221,6 +222,8 @@ void Form1::PlaceOnScreen() {
 void Form1::InitialiseForm1() {
     if (!placedFromSettings_) PlaceOnScreen();
     show();
+    // Shown, the window has its frame: frame and all stay on the screen.
+    KeepWindowOnScreen(*this);
     // The view's size decides the box's width, so the layout must stand before the session
     // looks at it.
     layout()->activate();

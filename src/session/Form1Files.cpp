@@ -12,6 +12,8 @@
 #include <QFileDialog>
 #include <QStringList>
 
+#include <cstdio>
+
 namespace tv {
 
 std::string OpenFileDialog(const FileRequest& request) {
@@ -55,6 +57,11 @@ std::string Form1::LoadImageFile() {
     if (path.empty()) return path;
     view_->BeginLoad(PathToQString(path));
     view_->WaitForLoad();
+    if (view_->ErrorCode() != 0) {
+        // The message box gives the documented words; standard error says why.
+        std::fprintf(stderr, "tallyview: %s: %s\n", path.c_str(),
+                     view_->ErrorReason().toLocal8Bit().constData());
+    }
     if (!session_->ImageLoaded(view_->ErrorCode())) {
         // A scan that cannot be shown ends the program.
         close();

@@ -4,6 +4,7 @@
 
 #include "core/Text.h"
 #include "help/SessionDiagnostics.h"
+#include "session/QtWindowPlace.h"
 #include "view/ImageView.h"
 
 #include <QFontDatabase>
@@ -37,14 +38,20 @@ void Form1::LoadSettings(SettingsStore& store) {
     session_->ApplySettings(g);
     move(Pixels(g.FormLeft), Pixels(g.FormTop));
     resize(Pixels(g.FormWidth), Pixels(g.FormHeight));
+    // The ranges read allow a window that reaches past the screen's free area.
+    KeepWindowOnScreen(*this);
     placedFromSettings_ = true;
 }
 
 // The place kept is the window's frame position and its size, so that the next run's move and
-// resize put it back exactly.
+// resize put it back exactly; a window left partly off the screen is saved as kept on it, so a
+// negative top or left is never saved.
 MainWindowState Form1::WindowState() const {
-    const QPoint at = pos();
-    return {{Twips(at.x()), Twips(at.y()), Twips(width()), Twips(height())},
+    const QRect frame = frameGeometry();
+    const QRect kept = FrameKeptOnScreen(*this);
+    const int keptWidth = width() - (frame.width() - kept.width());
+    const int keptHeight = height() - (frame.height() - kept.height());
+    return {{Twips(kept.left()), Twips(kept.top()), Twips(keptWidth), Twips(keptHeight)},
             FromQString(versionLine_->text())};
 }
 

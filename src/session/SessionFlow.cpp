@@ -140,8 +140,11 @@ std::string Session::LoadTranscription(const std::string& path) {
         P.Ask.Tell("Cannot open " + Utf8ToCp1252(path) + CR + e.Reason);
         TranscriptionFile = QuitToken;
         return TranscriptionFile;
-    } catch (const RunTimeError&) {
-        // Deliberately ignored: loading goes on with what was read, as it always has.
+    } catch (const RunTimeError& e) {
+        // Refused as a reload and the check command refuse it, naming the line.
+        P.Ask.Tell("Cannot read " + Utf8ToCp1252(path) + CR + RefusalReason(e));
+        TranscriptionFile = QuitToken;
+        return TranscriptionFile;
     }
     if (TranscriptionFile != QuitToken) TranscriptionFileTime = ModificationTime(path);
     return TranscriptionFile;

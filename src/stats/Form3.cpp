@@ -2,6 +2,7 @@
 
 #include "core/QtPlatform.h"
 #include "core/Text.h"
+#include "session/QtWindowPlace.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
@@ -104,6 +105,8 @@ bool Form3::CentreOnFirstLoad(const QRect& mainWindow) {
     centred_ = true;
     move(mainWindow.left() + (mainWindow.width() - frameGeometry().width()) / 2,
          mainWindow.top() + (mainWindow.height() - frameGeometry().height()) / 2);
+    // A main window near the screen's edge would put the centred screen past it.
+    KeepWindowOnScreen(*this);
     return true;
 }
 

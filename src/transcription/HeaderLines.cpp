@@ -90,8 +90,15 @@ void CollectHeaderPages(RecordTable& table, int lastRecordLine, Prompts& prompts
         SplitFields(table.LineText[line], fields, table.LineCount, prompts);
         std::optional<double> value = NumericValue(fields[2]);
         if (!value || *value >= 9999 || table.HeaderPageCount >= MaxHeaderPages) continue;
+        int16_t page = 0;
+        try {
+            page = CInt(*value);
+        } catch (const RunTimeError& e) {
+            // A page such as -99999: the file is refused, and the user is told where.
+            throw e.InLine(line);
+        }
         table.HeaderPageCount = To16(table.HeaderPageCount + 1);
-        table.HeaderPages[table.HeaderPageCount] = CInt(*value);
+        table.HeaderPages[table.HeaderPageCount] = page;
         table.HeaderPageLines[table.HeaderPageCount] = To16(line);
     }
 }

@@ -20,7 +20,9 @@ constexpr int ColumnTopSearch = 3;
 const char* const ChangedNotice = "Your transcription file has changed - press R to reload it";
 const char* const ReloadedNotice = " *** Transcription file reloaded ***";
 
+// Empty for a line outside the table: entries past its end hold an older table's lines.
 std::string ColumnKey(const RecordTable& table, int line) {
+    if (line < 1 || line > table.LineCount) return "";
     return table.Surname[line] + table.Forenames[line];
 }
 
@@ -60,7 +62,7 @@ std::optional<ReadResult> ReadAgain(Session& s) {
     } catch (const FileError& e) {
         reason = e.Reason;
     } catch (const RunTimeError& e) {
-        reason = "Run-time error " + std::to_string(e.Number) + ": " + e.what();
+        reason = RefusalReason(e);
     }
     s.P.Ask.Tell("Cannot reload " + shownName + CR + reason + CR +
                  "The records shown are those read before.");
@@ -68,12 +70,12 @@ std::optional<ReadResult> ReadAgain(Session& s) {
 }
 
 // The line of the new table whose key is the column's key, near the old top; nothing when
-// none. Lines past the new end hold what the old table held there and are never looked at.
+// none.
 std::optional<int16_t> RefindColumnTop(const RecordTable& table, int16_t top,
                                        const std::string& key) {
-    auto holdsKey = [&](int line) {
-        return line <= table.LineCount && ColumnKey(table, line) == key;
-    };
+    // A record's key is never empty (a missing surname reads "(blank)"): an empty key is that of
+    // a top outside the table, which no line of the new table holds.
+    auto holdsKey = [&](int line) { return !key.empty() && ColumnKey(table, line) == key; };
     if (holdsKey(top)) return top;
     for (int line = std::max(1, top - ColumnTopSearch); line <= top + ColumnTopSearch; ++line)
         if (holdsKey(line)) return To16(line);
@@ -109,6 +111,15 @@ void BackOntoRecord(RecordTable& table) {
         NextRecordLine(table);
     }
     if (table.CurrentLine > table.LineCount) PrevRecordLine(table);
+}
+
+// The box showed a record of the table read before: its lines go, and a current line past the
+// new end comes back to one past it, so that no entry beyond the new end is ever read.
+void ForgetLinesReadBefore(Session& s) {
+    s.Content.NameLine.clear();
+    s.Content.SecondLine.clear();
+    s.Content.FootLabel.clear();
+    if (s.Table.CurrentLine > s.Table.LineCount) s.Table.CurrentLine = To16(s.Table.LineCount + 1);
 }
 
 void ShowReloaded(Session& s) {
@@ -157,6 +168,7 @@ CommandOutcome Session::ReloadTranscription() {
     }
     Table = std::move(read->Table);
     Caption = read->Caption;
+    ForgetLinesReadBefore(*this);
     TranscriptionFileTime = ModificationTime(TranscriptionFile);
     CalcLineJump(Table, Scan, Calib.ColumnTopLine);
     UpdateStats();

@@ -35,6 +35,8 @@ class ImageView : public QAbstractScrollArea, public ScanViewPort {
     bool LoadComplete() const { return !loading_; }
     // The last load's result (see LoadError).
     int ErrorCode() const { return errorCode_; }
+    // Why the last load failed, in a few words; empty when it did not.
+    const QString& ErrorReason() const { return scan_.Reason; }
     // Lets the user interface process its events until the load is complete.
     void WaitForLoad();
     // True once the reduced copies of the loaded scan are made (false while a load or the

@@ -1,12 +1,21 @@
 #include "view/ImageViewDecode.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
 
 #include <algorithm>
+#include <memory>
 
 #if defined(__GLIBC__)
 #include <malloc.h>
+#endif
+#if defined(Q_OS_UNIX)
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 #endif
 
 namespace tv {
@@ -134,42 +143,141 @@ void KeepScanMemoryForTheNextScan() {
 
 namespace {
 
-DecodedScan DecodeWith(QImageReader& reader, const QString& path) {
+// The scan's file, open for reading, or why it cannot be: the load error code and the reason.
+struct ScanFile {
+    std::unique_ptr<QFile> File;
+    int ErrorCode = LoadOk;
+    QString Reason;
+};
+
+ScanFile Refused(int errorCode, const QString& reason) {
+    return {nullptr, errorCode, reason};
+}
+
+const char* const NotARegularFile = "not a regular file";
+
+#if defined(Q_OS_UNIX)
+QString SystemReason(int error) {
+    return QString::fromLocal8Bit(std::strerror(error));
+}
+
+// Looked at before it is opened, and opened without waiting: a named pipe would otherwise hold
+// the thread until something writes to it. The descriptor is looked at again, in case the path
+// was changed in between.
+ScanFile OpenScanFile(const QString& path) {
+    const QByteArray native = QFile::encodeName(path);
+    struct stat info {};
+    if (::stat(native.constData(), &info) != 0) {
+        const int error = errno;
+        const bool missing = error == ENOENT || error == ENOTDIR;
+        return Refused(missing ? LoadFileNotFound : LoadDeviceError, SystemReason(error));
+    }
+    if (!S_ISREG(info.st_mode)) return Refused(LoadNotAPicture, NotARegularFile);
+    const int descriptor = ::open(native.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0) return Refused(LoadDeviceError, SystemReason(errno));
+    if (::fstat(descriptor, &info) != 0 || !S_ISREG(info.st_mode)) {
+        ::close(descriptor);
+        return Refused(LoadNotAPicture, NotARegularFile);
+    }
+    ScanFile opened{std::make_unique<QFile>(path), LoadOk, {}};
+    if (!opened.File->open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        ::close(descriptor);
+        return Refused(LoadDeviceError, opened.File->errorString());
+    }
+    return opened;
+}
+#else
+// Elsewhere a path that is not a regular file cannot hold an open: only a file is opened.
+ScanFile OpenScanFile(const QString& path) {
+    const QFileInfo info(path);
+    if (!info.exists()) return Refused(LoadFileNotFound, QStringLiteral("No such file"));
+    if (!info.isFile()) return Refused(LoadNotAPicture, NotARegularFile);
+    ScanFile opened{std::make_unique<QFile>(path), LoadOk, {}};
+    if (!opened.File->open(QIODevice::ReadOnly))
+        return Refused(LoadDeviceError, opened.File->errorString());
+    return opened;
+}
+#endif
+
+DecodedScan RefusedScan(const QString& path, const ScanFile& file) {
+    DecodedScan scan;
+    scan.Path = path;
+    scan.ErrorCode = file.ErrorCode;
+    scan.Reason = file.Reason;
+    return scan;
+}
+
+// A GIF's frames are drawn on its logical screen, which the reader allocates whole whatever
+// size the frames are: the screen's size is in bytes 6 to 9 of the file.
+QSize GifScreen(QIODevice& device) {
+    const QByteArray head = device.peek(10);
+    if (head.size() < 10 || !head.startsWith("GIF")) return {};
+    auto word = [&head](int at) { return int(uchar(head[at])) | int(uchar(head[at + 1])) << 8; };
+    return {word(6), word(8)};
+}
+
+QString TooLargeReason(QSize size) {
+    return QStringLiteral("a picture of %1 x %2 pixels is larger than the %3 MB allowed")
+        .arg(size.width())
+        .arg(size.height())
+        .arg(AllocationLimitMegabytes);
+}
+
+// The scan's file with a reader on it, and the logical screen of a GIF, read before the reader
+// moves in the file.
+struct ScanReader {
+    explicit ScanReader(const QString& path) : File(OpenScanFile(path)) {
+        if (!File.File) return;
+        GifScreenSize = GifScreen(*File.File);
+        Reader.setDevice(File.File.get());
+        Reader.setAutoTransform(true);
+    }
+    ScanFile File;
+    QSize GifScreenSize;
+    QImageReader Reader;
+};
+
+DecodedScan DecodeWith(ScanReader& scanReader, const QString& path) {
+    QImageReader& reader = scanReader.Reader;
     DecodedScan scan;
     scan.Path = path;
     scan.Format = reader.format();
     const QSize size = reader.size();
-    if (ExceedsAllocationLimit(size, reader.imageFormat())) {
+    const QSize screen = scanReader.GifScreenSize;
+    if (ExceedsAllocationLimit(size, reader.imageFormat()) ||
+        ExceedsAllocationLimit(screen, QImage::Format_ARGB32)) {
         scan.ErrorCode = LoadTooLarge;
+        scan.Reason = TooLargeReason(screen.isValid() ? screen : size);
         return scan;
     }
     QImage image = reader.read();
     if (image.isNull()) {
         scan.ErrorCode = ErrorCodeOf(reader.error(), size.isValid());
+        scan.Reason = reader.errorString();
         return scan;
     }
     scan.Pristine = Compact(std::move(image));
-    scan.FileSize = QFileInfo(path).size();
+    scan.FileSize = scanReader.File.File->size();
     return scan;
 }
 
 } // namespace
 
 DecodedScan DecodeScan(const QString& path) {
-    QImageReader reader(path);
-    reader.setAutoTransform(true);
-    return DecodeWith(reader, path);
+    ScanReader scan(path);
+    if (!scan.File.File) return RefusedScan(path, scan.File);
+    return DecodeWith(scan, path);
 }
 
 std::optional<DecodedScan> DecodeIfQuick(const QString& path) {
-    QImageReader reader(path);
-    reader.setAutoTransform(true);
-    const QSize size = reader.size();
-    const QImage::Format format = reader.imageFormat();
+    ScanReader scan(path);
+    if (!scan.File.File) return RefusedScan(path, scan.File);
+    const QSize size = scan.Reader.size();
+    const QImage::Format format = scan.Reader.imageFormat();
     if (!size.isValid() || format == QImage::Format_Invalid ||
         DecodedBytes(size, format) > QuickDecodeBytes)
         return std::nullopt;
-    return DecodeWith(reader, path);
+    return DecodeWith(scan, path);
 }
 
 ReducedCopies ReduceScan(const QImage& pristine) {

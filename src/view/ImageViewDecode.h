@@ -15,13 +15,15 @@ namespace tv {
 // picture cannot exhaust memory.
 inline constexpr int AllocationLimitMegabytes = 1024;
 
-// Load error codes, as the start step reports them ("Error n opening ..." unless -2):
+// Load error codes, as the start step reports them ("Error n opening ..." unless -2), each
+// cause its own (docs/RELIABILITY.md lists them):
 //    0  loaded
-//   -2  not a picture: no reader knows the file's format, or its header is not a picture's
+//   -2  not a picture: no reader knows the file's format, or its header is not a picture's, or
+//       the path is not a regular file (a folder, a named pipe, a device)
 //    1  the file was not found
-//    2  the file could not be read (device error)
+//    2  the file exists but could not be opened or read
 //    3  the picture's data are invalid (the header was read, the pixels could not be)
-//    4  the picture is larger than the allocation limit
+//    4  the picture is larger than the allocation limit (a GIF's logical screen counts)
 //    5  any other failure
 enum LoadError : int {
     LoadOk = 0,
@@ -39,6 +41,8 @@ struct DecodedScan {
     QByteArray Format; // the reader's name for the format ("jpeg", "tiff"...)
     qint64 FileSize = 0;
     int ErrorCode = LoadOk;
+    // Why it failed, in a few words ("No such file or directory", "not a regular file").
+    QString Reason;
 };
 
 // Called once at start: the memory a scan frees when the next one is opened is kept for that
@@ -54,8 +58,10 @@ DecodedScan DecodeScan(const QString& path);
 // rows in the cache the first frame is painted from.
 inline constexpr qint64 QuickDecodeBytes = 6 * 1024 * 1024;
 
-// Decodes the scan as DecodeScan does when its header shows it that small; nothing otherwise, or
-// when the header does not tell its size.
+// Decodes the scan as DecodeScan does when its header shows it that small, or gives the refusal
+// of a path that cannot be a scan (missing, not a regular file, unreadable) at once; nothing
+// otherwise, or when the header does not tell its size. Never blocks: a named pipe is refused
+// before it is opened, and the file is opened without waiting.
 std::optional<DecodedScan> DecodeIfQuick(const QString& path);
 
 // Box-filtered copies at half and quarter size, made once so that zoomed-out views paint fast

@@ -21,6 +21,8 @@ struct BadScan {
     int Width = 0;
     int Height = 0;
     int ErrorCode = 0; // -2 "... is not a valid picture file", n > 0 "Error n opening ..."
+    // What standard error says after "tallyview: PATH: "; any reason will do when null.
+    const char* Reason = nullptr;
 };
 
 std::ostream& operator<<(std::ostream& out, const BadScan& scan) {
@@ -51,6 +53,11 @@ const BadScan BadScans[] = {
     {"palette.gif", 600, 400, 0},
     {"multipage.tif", 600, 400, 0},
     {"exif-rotated.jpg", 200, 300, 0},
+    {"huge-screen.gif", 0, 0, 4,
+     "a picture of 65535 x 65535 pixels is larger than the 1024 MB allowed"},
+    {"folder.jpg", 0, 0, -2, "not a regular file"},
+    {"loop.jpg", 0, 0, 2, "Too many levels of symbolic links"},
+    {"dangling.jpg", 0, 0, 1, "No such file or directory"},
 };
 
 // The process's peak resident size so far, in megabytes.
@@ -82,7 +89,9 @@ TEST_P(BadScansTest, ShowsOrGivesTheDocumentedMessageWithinTheAllocationLimit) {
     Files = {scan, DataFile("eras/1911B30123.QRL")};
     const long before = PeakResidentMegabytes();
     StartForm& start = OpenStartForm(true);
+    testing::internal::CaptureStderr();
     start.Stage1->click();
+    const std::string told = testing::internal::GetCapturedStderr();
     ASSERT_NE(Window, nullptr);
     // The reduced copies of a shown scan are made after it is shown: their memory counts too.
     if (bad.ErrorCode == 0) {
@@ -107,6 +116,12 @@ TEST_P(BadScansTest, ShowsOrGivesTheDocumentedMessageWithinTheAllocationLimit) {
         bad.ErrorCode == -2 ? scan + " is not a valid picture file"
                             : "Error " + std::to_string(bad.ErrorCode) + " opening " + scan;
     EXPECT_EQ(Prompts.Shown[0].Text, expected);
+    // Standard error says why, in a line of its own.
+    const std::string why = "tallyview: " + scan + ": ";
+    if (bad.Reason != nullptr)
+        EXPECT_NE(told.find(why + bad.Reason + "\n"), std::string::npos) << told;
+    else
+        EXPECT_NE(told.find(why), std::string::npos) << told;
     EXPECT_EQ(Prompts.Shown[0].Title, "Tallyview");
     EXPECT_EQ(Prompts.Shown[0].Choice, Buttons::Ok);
     EXPECT_TRUE(Window->Ended());

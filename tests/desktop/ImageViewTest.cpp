@@ -171,7 +171,7 @@ TEST_F(ImageViewTest, LaterLoadSupersedesAnEarlierOne) {
     EXPECT_EQ(view.Metrics().ImagePixelWidth, 70);
 }
 
-TEST_F(ImageViewTest, SmallScanDecodesAtOnceAndLargeOrUnreadableOnesAreLeftToTheWorker) {
+TEST_F(ImageViewTest, SmallScanDecodesAtOnceLargeOrUnknownOnesAreLeftToTheWorker) {
     // As the view does before every load.
     QImageReader::setAllocationLimit(AllocationLimitMegabytes);
     const QImage grey = WhiteWithDots({123, 77}, {{3, 4}});
@@ -189,8 +189,12 @@ TEST_F(ImageViewTest, SmallScanDecodesAtOnceAndLargeOrUnreadableOnesAreLeftToThe
     QImage large(2600, 2600, QImage::Format_Grayscale8);
     large.fill(200);
     EXPECT_FALSE(DecodeIfQuick(Save(large, "large.png")).has_value());
-    EXPECT_FALSE(DecodeIfQuick(PathOf("missing.png")).has_value());
     EXPECT_FALSE(DecodeIfQuick(SaveBytes("not a picture", "text.jpg")).has_value());
+    // A path that cannot be a scan is refused at once, without a worker.
+    const std::optional<DecodedScan> missing = DecodeIfQuick(PathOf("missing.png"));
+    ASSERT_TRUE(missing.has_value());
+    EXPECT_EQ(missing->ErrorCode, LoadFileNotFound);
+    EXPECT_EQ(missing->Reason, QStringLiteral("No such file or directory"));
 }
 
 TEST_F(ImageViewTest, SmallScanStillFinishesLoadingFromTheEventLoop) {

@@ -168,12 +168,14 @@ TEST_F(ReadHeaderTest, LowerCasePageLineCountsAsAHeaderButGivesNoPage) {
     EXPECT_EQ(path, PathOf("1911B30123.SCA"));
 }
 
-TEST_F(ReadHeaderTest, PageTooLargeForA16BitNumberIsARunTimeError) {
+TEST_F(ReadHeaderTest, PageTooLargeForA16BitNumberIsARunTimeErrorNamingItsLine) {
     try {
-        Read("+PAGE,-40000\r\n" + OneRecord);
+        Read("+INFO,a\r\n+S,1911,Sep\r\n+PAGE,-99999\r\n" + OneRecord);
         FAIL() << "no run-time error";
     } catch (const RunTimeError& error) {
         EXPECT_EQ(error.Number, 6);
+        EXPECT_EQ(error.Line, 3);
+        EXPECT_EQ(RefusalReason(error), "Run-time error 6: Overflow in line 3");
     }
 }
 

@@ -1,0 +1,85 @@
+#include "HostileWindowTesting.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLabel>
+#include <QProcess>
+#include <QPushButton>
+#include <QTest>
+
+#include <stdexcept>
+
+namespace tv::test {
+
+MessageBoxAnswerer::MessageBoxAnswerer() {
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { Poll(); });
+    timer_.start(20);
+}
+
+void MessageBoxAnswerer::Poll() {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        auto* box = qobject_cast<QMessageBox*>(window);
+        if (box == nullptr || !box->isVisible()) continue;
+        QMessageBox::StandardButton answer = QMessageBox::Ok;
+        if (!Answers.empty()) {
+            answer = Answers.front();
+            Answers.pop_front();
+        } else if (box->defaultButton() != nullptr) {
+            answer = box->standardButton(box->defaultButton());
+        }
+        QAbstractButton* button = box->button(answer);
+        if (button == nullptr) {
+            ADD_FAILURE() << "no such button in the box: " << box->text().toStdString();
+            button = box->buttons().value(0);
+        }
+        Answered.push_back({box->windowTitle().toStdString(), box->text().toStdString(),
+                            box->standardButton(button)});
+        button->click();
+        return;
+    }
+}
+
+bool MessageBoxAnswerer::WaitForAnswered(std::size_t count, int timeoutMs) const {
+    return QTest::qWaitFor([this, count] { return Answered.size() >= count; }, timeoutMs);
+}
+
+std::string MessageBoxAnswerer::Texts() const {
+    std::string texts;
+    for (const AnsweredBox& box : Answered)
+        texts += box.Text + "\n";
+    return texts;
+}
+
+DesktopForms& HostileWindowTest::RunWithRealBoxes(const std::string& scan,
+                                                  const std::string& transcription) {
+    EndRun();
+    DesktopServices services;
+    services.SettingsPath = PathToQString(SettingsFile().string());
+    services.Main.LayoutChooser = &Chooser;
+    services.Main.ChooseFile = [this](FileKind, const FileRequest& request) {
+        return NextFile(request);
+    };
+    Forms = std::make_unique<DesktopForms>(scan, transcription, services);
+    Forms->Start();
+    return *Forms;
+}
+
+void HostileWindowTest::WaitForTheMainWindow() {
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !Forms->StartWindow()->isVisible(); }, 10000));
+    WaitForMainWindow();
+}
+
+std::string HostileWindowTest::MakeBadImage(const std::string& name) {
+    const QString script = QStringLiteral(TALLYVIEW_TEST_DATA "/../../scripts/make-bad-images.sh");
+    const int status =
+        QProcess::execute(script, {PathToQString(Dir.Path().string()), QString(name.c_str())});
+    if (status != 0) throw std::runtime_error("make-bad-images.sh failed for " + name);
+    return (Dir.Path() / name).string();
+}
+
+std::string HostileWindowTest::NameBoxText() const {
+    const auto* box = Window->findChild<QLabel*>(QStringLiteral("NameBox"));
+    return box != nullptr ? box->text().toStdString() : "(no name box)";
+}
+
+} // namespace tv::test
