@@ -4,7 +4,7 @@
 # (dh with its CMake build system, Debian's hardening flags), so that nothing of a developer's
 # build or worktree goes into it. The .deb lands in BUILD; lintian then checks it and fails on
 # any error or warning (pedantic tags included; the info tags left are explained in
-# docs/ARCHITECTURE.md).
+# docs/ARCHITECTURE.md), and hardening-check that the binary carries Debian's hardening.
 set -euo pipefail
 build=${1:-build}
 cd "$(dirname "$0")/.."
@@ -33,4 +33,9 @@ deb="tallyview_${version}_${arch}.deb"
 rm -f "$build"/tallyview_*_*.deb
 cp "$work/$deb" "$build/"
 lintian --pedantic --fail-on error,warning --display-info "$build/$deb" "$work"/*.changes
+# Debian's hardening in the binary: PIE, stack protector, FORTIFY_SOURCE, RELRO, BIND_NOW.
+# (Debian 12's dpkg-buildflags has no control-flow protection to add yet.)
+unpacked="$work/unpacked"
+dpkg-deb -x "$build/$deb" "$unpacked"
+hardening-check --nocfprotection "$unpacked/usr/bin/tallyview"
 echo "build-package: $build/$deb"

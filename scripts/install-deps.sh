@@ -11,7 +11,7 @@ PACKAGES=(
   fonts-liberation
   xvfb xauth imagemagick poppler-utils
   desktop-file-utils appstream shared-mime-info dpkg-dev file man-db
-  libqt6svg6 debhelper lintian debootstrap
+  libqt6svg6 debhelper lintian debootstrap devscripts
 )
 
 missing=()

@@ -75,8 +75,8 @@ TEST_F(Form1Test, ControlsCarryTheirDocumentedNames) {
           "MenuMagnifier", "menuMirror", "MenuNegative", "MenuAboutImage", "MenuBoxColour0",
           "MenuBoxColour6", "MenuHelp", "MenuAbout"})
         EXPECT_NE(Find<QAction>(name), nullptr) << name;
-    // The internal names are object names only: a screen reader announces what the user sees.
-    for (const char* name : {"NameBox", "NextRec", "DummyBox", "FootLabel", "AdjCols"})
+    // The documented names are object names only: a screen reader announces what the user sees.
+    for (const char* name : {"NameBox", "NextRec", "DummyBox", "FootLabel", "AdjCols", "RdFrame"})
         EXPECT_NE(Find<QWidget>(name)->accessibleName(), name);
 }
 
