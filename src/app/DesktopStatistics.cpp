@@ -8,15 +8,18 @@
 namespace tv {
 
 Form3& DesktopForms::Statistics() {
-    if (form3_ != nullptr) return *form3_;
+    if (form3_) return *form3_;
     Form1* main = MainForm();
-    form3_ = new Form3(Ask(), main);
+    // Not a child of the main window: Qt ends the program when the last window without a parent
+    // window closes, and the statistics-only path closes the start window with the main window
+    // never shown.
+    form3_ = std::make_unique<Form3>(Ask());
     form3_->setObjectName(QStringLiteral("Form3"));
     form3_->SetReportSource([this](bool allRecords) { return main_->Model().Report(allRecords); });
-    connect(form3_, &Form3::optionSelected, this, &DesktopForms::SelectOption);
-    connect(form3_, &Form3::exitProgram, main, &Form1::close);
-    connect(form3_, &Form3::hidden, main, &Form1::FocusRecordBox);
-    connect(form3_, &Form3::printed, main, &Form1::FocusRecordBox);
+    connect(form3_.get(), &Form3::optionSelected, this, &DesktopForms::SelectOption);
+    connect(form3_.get(), &Form3::exitProgram, main, &Form1::close);
+    connect(form3_.get(), &Form3::hidden, main, &Form1::FocusRecordBox);
+    connect(form3_.get(), &Form3::printed, main, &Form1::FocusRecordBox);
     return *form3_;
 }
 
