@@ -68,7 +68,7 @@ screenPixels() {
 
 # Sets BoxX BoxY (the box's top left on the scan, pixels) and OffX OffY (scan to screen).
 look() {
-    sleep 0.3
+    sleep 0.2
     read -r BoxX BoxY OffX OffY < <(screenPixels | awk -v cols="$MarkCols" '
         $3 == 255 && $4 == 192 && $5 == 128 {
             if (!seen || $1 < bx) bx = $1
@@ -103,7 +103,7 @@ expectBoxAt() {
         fail "line $line: the box is at $BoxX,$BoxY on the scan, the entry at $x,$y"
 }
 
-key() { xdotool key --delay 30 "$@"; }
+key() { xdotool key --delay 20 "$@"; }
 
 # Moves the box with the arrow keys, SHIFT for long way, until it stands at the place.
 moveBoxTo() {
