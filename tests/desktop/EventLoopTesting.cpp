@@ -68,6 +68,13 @@ void ScriptedUser::Poll() {
         return;
     }
     if (busy_ || !dialog->isVisible()) return;
+    // A user reads a dialog before answering it: the reply waits for the next look, when the
+    // dialog's own event loop runs.
+    if (dialog != shown_) {
+        shown_ = dialog;
+        return;
+    }
+    shown_ = nullptr;
     if (dialog->parentWidget() != nullptr && dialog->parentWidget()->window()->isVisible())
         lastActive_ = dialog->parentWidget()->window();
     busy_ = true;

@@ -10,6 +10,7 @@
 
 #include <QAbstractButton>
 #include <QCheckBox>
+#include <QDialog>
 #include <QMessageBox>
 #include <QObject>
 #include <QPointer>
@@ -21,8 +22,6 @@
 #include <functional>
 #include <memory>
 #include <string>
-
-class QDialog;
 
 namespace tv::test {
 
@@ -62,6 +61,7 @@ class ScriptedUser : public QObject {
     QTimer timer_;
     bool busy_ = false;
     QPointer<QWidget> lastActive_;
+    QPointer<QDialog> shown_;
 };
 
 class ProgramTest : public FormsTest {
