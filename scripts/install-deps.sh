@@ -9,7 +9,7 @@ PACKAGES=(
   clang-format clang-tidy clang libclang-rt-14-dev llvm-14
   qt6-base-dev qt6-base-dev-tools qt6-image-formats-plugins libgl-dev
   fonts-liberation
-  xvfb xauth imagemagick poppler-utils
+  xvfb xauth imagemagick poppler-utils xdotool
   desktop-file-utils appstream shared-mime-info dpkg-dev file man-db
   libqt6svg6 debhelper lintian debootstrap devscripts
 )

@@ -85,7 +85,7 @@ void DesktopForms::MainFormClosing() {
 }
 
 void DesktopForms::CloseOthers() {
-    if (form3_ != nullptr) {
+    if (form3_) {
         // "Die": the screen closes with the program and does not run its close action again.
         form3_->SetCommandCaption("Die");
         form3_->close();

@@ -24,8 +24,9 @@ struct DesktopServices {
     Form1Services Main;
 };
 
-// The forms of one run, each created on first use; the statistics screen and the help form
-// belong to the main window.
+// The forms of one run, each created on first use. The help form belongs to the main window; the
+// statistics screen is a window of its own, since on the statistics-only path it is the one
+// window left open while the main window stays hidden.
 class DesktopForms : public QObject {
   public:
     // Files named on the command line ("" for none) answer the start window's dialogs in their
@@ -71,8 +72,8 @@ class DesktopForms : public QObject {
     std::unique_ptr<QtSettingsStore> store_;
     std::unique_ptr<Form1> main_;
     std::unique_ptr<StartForm> start_;
-    Form3* form3_ = nullptr; // children of the main window
-    HelpForm* help_ = nullptr;
+    std::unique_ptr<Form3> form3_;
+    HelpForm* help_ = nullptr; // a child of the main window
 };
 
 // Runs the windowed program until its last window closes; returns the exit status.

@@ -8,22 +8,26 @@
 namespace tv {
 
 Form3& DesktopForms::Statistics() {
-    if (form3_ != nullptr) return *form3_;
+    if (form3_) return *form3_;
     Form1* main = MainForm();
-    form3_ = new Form3(services_.Main.Ask != nullptr ? *services_.Main.Ask : statsPrompts_, main);
-    statsPrompts_.SetParent(form3_);
+    // Not a child of the main window: Qt ends the program when the last window without a parent
+    // window closes, and the statistics-only path closes the start window with the main window
+    // never shown.
+    form3_ = std::make_unique<Form3>(services_.Main.Ask != nullptr ? *services_.Main.Ask
+                                                                   : statsPrompts_);
+    statsPrompts_.SetParent(form3_.get());
     form3_->setObjectName(QStringLiteral("Form3"));
     form3_->SetReportSource([this](bool allRecords) { return main_->Model().Report(allRecords); });
     form3_->SetReadFiles([this] {
         return std::vector<std::string>{main_->Model().TranscriptionFile,
                                         main_->Model().GraphicsFile};
     });
-    connect(form3_, &Form3::optionSelected, this, &DesktopForms::SelectOption);
-    connect(form3_, &Form3::exitProgram, main, &Form1::close);
-    connect(form3_, &Form3::hidden, main, &Form1::FocusRecordBox);
+    connect(form3_.get(), &Form3::optionSelected, this, &DesktopForms::SelectOption);
+    connect(form3_.get(), &Form3::exitProgram, main, &Form1::close);
+    connect(form3_.get(), &Form3::hidden, main, &Form1::FocusRecordBox);
     // After a print the keys go back to the record box, and the screen stays in front of the
     // main window, where the user left it.
-    connect(form3_, &Form3::printed, main, [main, form = form3_] {
+    connect(form3_.get(), &Form3::printed, main, [main, form = form3_.get()] {
         main->FocusRecordBox();
         form->raise();
     });

@@ -87,6 +87,8 @@ Answer QtPrompts::Ask(const Prompt& prompt) {
         return Answer::Cancel;
     case QMessageBox::Yes:
         return Answer::Yes;
+    case QMessageBox::No:
+        return Answer::No;
     default:
         break;
     }

@@ -177,8 +177,12 @@ std::string UnixLineEnds(std::string_view text) {
     return out;
 }
 
+std::size_t LastFolderSeparator(std::string_view path) {
+    return path.find_last_of("/\\");
+}
+
 std::string BareFileName(std::string_view path) {
-    std::size_t p = path.find_last_of("/\\");
+    const std::size_t p = LastFolderSeparator(path);
     return std::string(p == std::string_view::npos ? path : path.substr(p + 1));
 }
 

@@ -45,7 +45,10 @@ std::string AlignRight(std::string_view text, std::size_t width);
 std::string AlignRight(long long number, std::size_t width);
 // Replaces every CR LF, CR or LF by "\n" (for messages shown on a terminal).
 std::string UnixLineEnds(std::string_view text);
-// The part of a path after its last folder separator ("/" or "\"), the whole path without one.
+// The place of a path's last folder separator, "/" or "\" alike, npos when it has none: the one
+// rule by which the settings store a file's name and folder and the scan history matches it.
+std::size_t LastFolderSeparator(std::string_view path);
+// The part of a path after its last folder separator, the whole path without one.
 std::string BareFileName(std::string_view path);
 
 } // namespace tv

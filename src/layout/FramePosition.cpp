@@ -9,6 +9,8 @@ namespace tv {
 
 namespace {
 
+constexpr double LinesPerTen = 10.0;
+
 // Printed index lines per entry, down and across.
 struct LineSpacing {
     double Top = 0.0;
@@ -23,16 +25,16 @@ int16_t LineOfRecord(const RecordTable& table, int recNo) {
 }
 
 // The record at which the scan's first column begins: a lower part of a page starts part-way
-// down the column (integer divisions, as the record numbers are whole).
+// down the column, the division rounded as everywhere (to nearest, halves to even).
 int RecordAtTopOfScan(const ScanType& scan, int16_t recordCount) {
-    const int perColumn = recordCount / scan.NumColumns;
+    const double perColumn = static_cast<double>(recordCount) / scan.NumColumns;
     switch (scan.ScanTypeCode) {
     case 22:
-        return perColumn / 2;
+        return CInt(perColumn / 2);
     case 32:
-        return perColumn / 3;
+        return CInt(perColumn / 3);
     case 33:
-        return To16(2 * recordCount) / scan.NumColumns / 3;
+        return CInt(2 * perColumn / 3);
     default:
         return 1;
     }
@@ -71,14 +73,18 @@ bool RememberedSpacing(const ScanHistory& history, float currentZoom, LineSpacin
     return true;
 }
 
-// Nothing measured or remembered: the entries of a column fill the image between the first
-// entry line and as far from the bottom edge, so one printed line is that height divided by
-// the records expected in a column. The user corrects the box before confirming it.
+// Nothing measured or remembered: the image height at the present magnification less twice the
+// first column's top, divided by the records expected in a column counted in tens, is the
+// height of ten printed lines; a transcription of two or more pages in one column counts every
+// page's records in that column, so the height is taken once per page. The user corrects the
+// box before confirming it.
 LineSpacing EstimatedSpacing(const Session& s, const ViewMetrics& view) {
-    const double usable = view.DisplayedHeight() * (1.0 - 2.0 * s.Scan.FirstLineFraction);
-    const double perColumn =
-        std::max(1.0, static_cast<double>(s.Table.RecordCount) / s.Scan.NumColumns);
-    return {usable / perColumn, 0.0};
+    const double usable = view.DisplayedHeight() - 2.0 * s.Calib.ColumnTopY[1];
+    const double tens =
+        std::max(0.1, static_cast<double>(s.Table.RecordCount) / (s.Scan.NumColumns * LinesPerTen));
+    double tenLines = usable / tens;
+    if (s.Table.HeaderPageCount >= 2 && s.Scan.NumColumns == 1) tenLines *= s.Table.HeaderPageCount;
+    return {tenLines / LinesPerTen, 0.0};
 }
 
 LineSpacing SpacingForPlacing(const Session& s, const ViewMetrics& view) {
@@ -172,6 +178,8 @@ void Session::EnsureFrameVisible() {
     Box.FormLeft = onForm.Left;
     Box.FormTop = onForm.Top;
     Box.BoxHidePending = false;
+    // The box stands where it belongs again: a scroll's pending placement is done.
+    Box.BoxPlacementPending = false;
 }
 
 void Session::DropBox(int32_t formLeft, int32_t formTop) {

@@ -140,7 +140,9 @@ void ScanTypesForm::OptCol_Click(int index) {
 }
 
 bool ScanTypesForm::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::MouseButtonPress &&
+    // A press on a disabled option changes nothing, not even the caption.
+    const auto* option = qobject_cast<const QWidget*>(watched);
+    if (event->type() == QEvent::MouseButtonPress && option != nullptr && option->isEnabled() &&
         static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
         CloseButton->setText(QString::fromLatin1(ApplyCaption));
     return QDialog::eventFilter(watched, event);

@@ -116,9 +116,9 @@ QWidget* Form1::BuildButtonBar() {
     row->setContentsMargins(4, 2, 4, 2);
     Session& s = *session_;
     row->addWidget(Button("PrevRec", "Previous", "Previous record (Backspace or O)",
-                          [this] { Outcome(KeyOutcome(KeyBackspace, false, false)); }));
+                          [this] { Outcome(ButtonOutcome(KeyBackspace)); }));
     row->addWidget(Button("NextRec", "Next", "Next record (Enter or L)",
-                          [this] { Outcome(KeyOutcome(KeyEnter, false, false)); }));
+                          [this] { Outcome(ButtonOutcome(KeyEnter)); }));
     row->addWidget(Button("ZoomIn", "Zoom In", "Zoom in (F11)", [&s] { s.Zoom(+1.0F); }));
     row->addWidget(Button("ZoomOut", "Zoom Out", "Zoom out (F12)", [&s] { s.Zoom(-1.0F); }));
     row->addWidget(Button(
@@ -187,8 +187,16 @@ void Form1::Do(const std::function<void()>& operation) {
 }
 
 CommandOutcome Form1::KeyOutcome(int keyCode, bool shift, bool alt) {
+    return CalibrationOutcome([&] { return session_->Form_KeyDown(keyCode, shift, alt); });
+}
+
+CommandOutcome Form1::ButtonOutcome(int keyCode) {
+    return CalibrationOutcome([&] { return session_->ButtonCommand(keyCode); });
+}
+
+CommandOutcome Form1::CalibrationOutcome(const std::function<CommandOutcome()>& command) {
     const bool calibrating = session_->Calib.CalibrationStage > 0;
-    CommandOutcome outcome = session_->Form_KeyDown(keyCode, shift, alt);
+    CommandOutcome outcome = command();
     // The end of a calibration brought the statistics up to date (UpdateStats).
     if (calibrating && session_->Calib.CalibrationStage == 0) outcome.StatisticsChanged = true;
     return outcome;
@@ -231,6 +239,9 @@ void Form1::InitialiseForm1() {
     ApplyImageOptions();
     session_->InitialiseForm1();
     boxShown_ = true;
+    // The arrow keys and ENTER of calibration come here at once, without a click on the window.
+    raise();
+    activateWindow();
     Sync();
     // A remembered calibration needs none: the statistics are up to date already.
     if (session_->Calib.CalibrationStage == 0) emit StatisticsChanged();

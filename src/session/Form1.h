@@ -130,6 +130,9 @@ class Form1 : public QMainWindow {
     void Do(const std::function<void()>& operation);
     // A key for the session; the outcome also tells when it completed a calibration.
     CommandOutcome KeyOutcome(int keyCode, bool shift, bool alt);
+    // A button that does what its key does; a pending placement never swallows it.
+    CommandOutcome ButtonOutcome(int keyCode);
+    CommandOutcome CalibrationOutcome(const std::function<CommandOutcome()>& command);
     void Outcome(const CommandOutcome& outcome);
     void MenuNewScan_Click();
     // New Scan, with files for the start window's dialogs (none from the menu item).

@@ -138,6 +138,9 @@ class Session {
     // --- view/KeyTable.cpp
     // The one key-down handler: every key is consumed.
     CommandOutcome Form_KeyDown(int keyCode, bool shift, bool alt);
+    // A button that does what its key does (PrevRec, NextRec): the command itself, never
+    // swallowed by a pending placement as the first key after a scroll is.
+    CommandOutcome ButtonCommand(int keyCode);
     int16_t MovementStep(bool shift) const;
 
     // --- view/FlagsReload.cpp

@@ -7,7 +7,6 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <filesystem>
 #include <limits>
 #include <optional>
 #include <utility>
@@ -20,7 +19,7 @@ constexpr const char* Global = "Global";
 // The layout mark of this store: a store without it comes from an earlier version.
 constexpr const char* RegVersion = "B";
 constexpr const char* Missing = "*DEFAULT*";
-constexpr char FolderSeparator = static_cast<char>(std::filesystem::path::preferred_separator);
+constexpr float MaxColourNumber = 6.0F;
 
 const std::string VersionChangedText =
     std::string("The version of Tallyview you are about to run is different from ") + CR +
@@ -61,12 +60,11 @@ class SectionReader {
     float Number(const std::string& key, float minimum, float maximum, float deflt) const {
         return Number(key, DecimalText(deflt), minimum, maximum, deflt);
     }
-    // A whole-number setting is accepted when it rounds into its range, so "6.4" is taken as 6
-    // while "6.5" lies beyond 6 and gives the default; the caller rounds what it gets.
+    // A whole-number setting is validated as any number (minimum <= value <= maximum) and the
+    // caller rounds what it gets.
     float Whole(const std::string& key, const std::string& readDefault, float minimum,
                 float maximum, float deflt) const {
-        const float value = Number(key, readDefault, minimum - 0.5F, maximum + 0.5F, deflt);
-        return value > minimum - 0.5F && value < maximum + 0.5F ? value : deflt;
+        return Number(key, readDefault, minimum, maximum, deflt);
     }
     float Whole(const std::string& key, float minimum, float maximum, float deflt) const {
         return Whole(key, DecimalText(deflt), minimum, maximum, deflt);
@@ -92,7 +90,11 @@ GlobalSettings ReadGlobal(const SettingsStore& store, ScreenSize screen) {
     const auto height = static_cast<float>(screen.Height);
     const auto width = static_cast<float>(screen.Width);
     GlobalSettings g;
-    g.TextBoxColour = CInt(global.Whole("TextBoxColour", 1, 6, 1));
+    // Kept deliberately: the colour number fails only above 6 as it would be shown, so "6.4"
+    // (colour 6 once rounded) is accepted while "6.5" is not; its maximum is the largest number
+    // below 6.5.
+    g.TextBoxColour =
+        CInt(global.Whole("TextBoxColour", 1, std::nextafter(MaxColourNumber + 0.5F, 0.0F), 1));
     g.ShowRptSurnames = global.Flag("ShowRptSurnames", "N");
     g.Magnifier = global.Flag("Magnifier", "N");
     // The stored default "0" fails its range on the first run, so the computed size applies.
@@ -193,7 +195,7 @@ struct FolderAndName {
 // when the separator stands after the fourth character. Kept deliberately: a file straight
 // under a drive ("C:" then the separator) is stored without a folder.
 FolderAndName SplitFolder(const std::string& path) {
-    const std::size_t last = path.rfind(FolderSeparator);
+    const std::size_t last = LastFolderSeparator(path);
     if (last == std::string::npos) return {"", path};
     return {last + 1 > 4 ? path.substr(0, last + 1) : "", path.substr(last + 1)};
 }

@@ -140,13 +140,12 @@ void StartForm::Stage2_Click() {
 
 void StartForm::Stage3_Click() {
     Stage3->setEnabled(false);
-    main_->InitialiseForm1();
+    // Step 4 is this window's own focus for when the user comes back to it; the keys of
+    // calibration go to the main window, which InitialiseForm1 makes the active one.
     Stage4->setEnabled(true);
-    Proceeding = true;
-    // The user finishes here with step 4 while the main window shows the scan.
-    raise();
-    activateWindow();
     Stage4->setFocus();
+    main_->InitialiseForm1();
+    Proceeding = true;
 }
 
 void StartForm::Stage4_Click() {

@@ -125,9 +125,12 @@ void ForgetLinesReadBefore(Session& s) {
 void ShowReloaded(Session& s) {
     BackOntoRecord(s.Table);
     s.ShowRecord(0);
+    SetNote(s.Content, NoteKind::AddStatus, ReloadedNotice, true);
+    // The note adds a line: the box is laid out again before its height places it and the
+    // diagnostics panel reports it.
+    s.ResizeFrame();
     s.CalcFramePosn();
     s.EnsureFrameVisible();
-    SetNote(s.Content, NoteKind::AddStatus, ReloadedNotice, true);
 }
 
 } // namespace

@@ -268,12 +268,17 @@ int16_t Session::MovementStep(bool shift) const {
 CommandOutcome Session::Form_KeyDown(int keyCode, bool shift, bool alt) {
     int16_t step = MovementStep(shift);
     if (Box.BoxPlacementPending) {
-        // The key only completes the pending placement.
+        // The key only completes the pending placement (EnsureFrameVisible clears it).
         EnsureFrameVisible();
-        Box.BoxPlacementPending = false;
         return {};
     }
     return Dispatch(*this, KeyPress{keyCode, shift, alt}, step);
+}
+
+// A button is no key: the pending placement is the key-down handler's own check, so a click is
+// never spent on it. The command's own EnsureFrameVisible places the box.
+CommandOutcome Session::ButtonCommand(int keyCode) {
+    return Dispatch(*this, KeyPress{keyCode, false, false}, MovementStep(false));
 }
 
 } // namespace tv

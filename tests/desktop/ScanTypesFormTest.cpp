@@ -103,6 +103,16 @@ TEST_F(ScanTypesFormTest, PressingAnOptionCaptionsTheButtonApply) {
     EXPECT_EQ(Form.CloseButton->text(), "Close");
 }
 
+TEST_F(ScanTypesFormTest, PressingADisabledPageOptionChangesNothingNotEvenTheCaption) {
+    Form.Preselect({3, 1, false});
+    ASSERT_FALSE(Form.OptPage(8)->isEnabled());
+    QTest::mousePress(Form.OptPage(8), Qt::LeftButton, {}, OnCaption(Form.OptPage(8)));
+    QTest::mouseRelease(Form.OptPage(8), Qt::LeftButton, {}, OnCaption(Form.OptPage(8)));
+    EXPECT_EQ(Form.CloseButton->text(), "Close");
+    EXPECT_TRUE(Form.OptPage(1)->isChecked());
+    EXPECT_FALSE(Form.OptPage(8)->isChecked());
+}
+
 TEST_F(ScanTypesFormTest, FourColumnsLeftHandPageGivesTwoColumnsOfCode41) {
     ScanType chosen = ChooseFor(ScanType{}, [](ScanTypesForm& form) {
         QTest::mouseClick(form.OptCol(5), Qt::LeftButton, {}, OnCaption(form.OptCol(5)));

@@ -321,10 +321,28 @@ TEST_F(Calibration, WithoutAnySpacingTheTenthEntryIsEstimatedFromTheImageHeight)
     Enter();
     MoveBoxTo(1500, 3000);
     Enter();
-    // The image height less the first entry line at top and bottom, shared among the 20
-    // records of a column: 2193 twips a line, 9 lines down.
-    EXPECT_EQ(S.Box.BoxTop, 22737);
+    // The image height less twice column 1's top, 45000 twips, for the 2 tens of records of a
+    // column: 22500 twips for ten lines, 9 lines down.
+    EXPECT_EQ(S.Box.BoxTop, 3000 + 20250);
     EXPECT_EQ(S.Box.BoxLeft, 1500);
+}
+
+TEST_F(Calibration, EstimateOfATwoPageTranscriptionInOneColumnIsTakenOncePerPage) {
+    S.Scan.NumColumns = 1;
+    S.Table.HeaderPageCount = 2;
+    Enter();
+    MoveBoxTo(1500, 3000);
+    Enter();
+    // 45000 twips for the 6 tens of records, times the 2 pages: 15000 twips for ten lines.
+    EXPECT_EQ(S.Box.BoxTop, 3000 + 13500);
+}
+
+TEST_F(Calibration, EstimateOfATwoPageTranscriptionInThreeColumnsIsNotMultiplied) {
+    S.Table.HeaderPageCount = 2;
+    Enter();
+    MoveBoxTo(1500, 3000);
+    Enter();
+    EXPECT_EQ(S.Box.BoxTop, 3000 + 20250);
 }
 
 } // namespace

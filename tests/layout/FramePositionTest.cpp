@@ -187,15 +187,32 @@ TEST_F(FramePosition, BottomHalfScanStartsAtTheMiddleRecordOfTheFirstColumn) {
     EXPECT_EQ(S.Box.BoxTop, 3570);
 }
 
+// The start record is rounded as everywhere (halves to even), not cut: 45 / 3 / 2 = 7.5.
+TEST_F(FramePosition, BottomHalfOf45RecordsInThreeColumnsStartsAtRecord8) {
+    S.Table.LineCount = 0;
+    S.Table.RecordCount = 0;
+    AddRecords(45);
+    S.Scan.ScanTypeCode = 22;
+    S.Calib.CalibrationStage = 1;
+    S.CalcFramePosn();
+    EXPECT_EQ(S.Table.LineRecNo[S.Table.CurrentLine], 8);
+    S.Scan.ScanTypeCode = 32; // 5
+    S.CalcFramePosn();
+    EXPECT_EQ(S.Table.LineRecNo[S.Table.CurrentLine], 5);
+    S.Scan.ScanTypeCode = 33; // 10
+    S.CalcFramePosn();
+    EXPECT_EQ(S.Table.LineRecNo[S.Table.CurrentLine], 10);
+}
+
 TEST_F(FramePosition, OtherPartsOfAPageStartAtTheirFirstRecord) {
-    const std::pair<int16_t, int16_t> starts[] = {{1, 1},   {21, 1}, {31, 1}, {32, 6},
+    const std::pair<int16_t, int16_t> starts[] = {{1, 1},   {21, 1}, {31, 1}, {32, 7},
                                                   {33, 13}, {40, 1}, {41, 1}, {42, 1}};
     for (auto [code, record] : starts) {
         S.Scan.ScanTypeCode = code;
         S.Table.CurrentLine = 50;
         S.Calib.CalibrationStage = 1;
         S.CalcFramePosn();
-        EXPECT_EQ(S.Table.LineRecNo[S.Table.CurrentLine], record) << code;
+        EXPECT_EQ(S.Table.LineRecNo[S.Table.CurrentLine], record) << code; // 60 records
         EXPECT_EQ(S.Box.BoxTop, 3570) << code;
     }
 }

@@ -168,6 +168,31 @@ TEST(GetDefaults, ScanType0And43GiveType1) {
     EXPECT_EQ(start.History.Entries[3].ScanType, 42);
 }
 
+// A whole number is accepted when minimum <= value <= maximum, and only then rounded: a value
+// that would round into the range from outside it is not taken.
+TEST(GetDefaults, WholeNumbersOutsideTheirRangeAreRejectedEvenWhenTheyWouldRoundIntoIt) {
+    Start start;
+    start.Store.Sections["Scan0"] = {{"ImgFile", "a.jpg"}, {"NumColumns", "0.6"}};
+    start.Store.Sections["Scan1"] = {{"ImgFile", "b.jpg"}, {"NumColumns", "6.4"}};
+    start.Store.Sections["Scan2"] = {{"ImgFile", "c.jpg"}, {"FrameFontSize", "7.6"}};
+    start.Store.Sections["Scan3"] = {{"ImgFile", "d.jpg"}, {"FrameFontSize", "40.4"}};
+    start.Store.Sections["Scan4"] = {{"ImgFile", "e.jpg"}, {"NumColumns", "5.6"}};
+    start.Run();
+    EXPECT_EQ(start.History.Entries[1].NumColumns, 3);
+    EXPECT_EQ(start.History.Entries[2].NumColumns, 3);
+    EXPECT_EQ(start.History.Entries[3].FrameFontSize, 10);
+    EXPECT_EQ(start.History.Entries[4].FrameFontSize, 10);
+    EXPECT_EQ(start.History.Entries[5].NumColumns, 6);
+}
+
+TEST(GetDefaults, TextBoxColourBelowOneIsRejectedThoughItWouldRoundToOne) {
+    Start start;
+    start.Global("TextBoxColour", "0.6");
+    EXPECT_EQ(start.Run().TextBoxColour, 1);
+    start.Global("TextBoxColour", "1.6");
+    EXPECT_EQ(start.Run().TextBoxColour, 2);
+}
+
 TEST(GetDefaults, ScanSectionIsReadWithItsRangesAndDefaults) {
     Start start;
     start.Store.Sections["Scan4"] = {{"ImgFile", "1911B30123.jpg"},

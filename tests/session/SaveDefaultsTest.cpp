@@ -4,6 +4,7 @@
 #include "session/Settings.h"
 #include "support/FakePlatform.h"
 #include "support/FakePrompts.h"
+#include "transcription/ScanMatch.h"
 
 #include <gtest/gtest.h>
 
@@ -173,6 +174,19 @@ TEST(SaveDefaults, DriveLetterColonSeparatorAndNameStoresNoFolder) {
     saving.Save(Snapshot("C:/1911B30123.jpg"));
     EXPECT_EQ(saving.Value("Scan0", "ImgFile"), "1911B30123.jpg");
     EXPECT_EQ(saving.Value("Scan0", "ImgFileDir"), "");
+}
+
+// Saving and matching split a path by the same rule, so a scan saved from a path with a "\" in
+// it is recognised when it is opened again.
+TEST(SaveDefaults, AScanWhosePathHoldsABackslashIsRecognisedAgain) {
+    Saving saving;
+    const std::string path = "/home/ann/old\\scans\\1911B30123.jpg";
+    saving.Save(Snapshot(path));
+    EXPECT_EQ(saving.Value("Scan0", "ImgFile"), "1911B30123.jpg");
+    EXPECT_EQ(saving.Value("Scan0", "ImgFileDir"), "/home/ann/old\\scans\\");
+    saving.History.ScanHistoryMatch = 0;
+    SetScanCurrent(path, saving.History);
+    EXPECT_EQ(saving.History.ScanHistoryMatch, 1);
 }
 
 TEST(SaveDefaults, FolderIsKeptOnlyWhenItsSeparatorStandsAfterTheFourthCharacter) {

@@ -292,6 +292,25 @@ TEST_F(SessionFlow, ScrolledViewCarriesTheBoxAndTheNextKeyOnlyPlacesIt) {
     EXPECT_FALSE(S.Box.BoxPlacementPending);
 }
 
+TEST_F(SessionFlow, NextButtonAfterAScrollDoesItsCommandAtOnce) {
+    LoadAndInitialise(60);
+    F.View.SetScroll(0, 100);
+    S.ViewMoved();
+    S.ButtonCommand(KeyEnter); // the Next button: the next calibration stage, not a placement
+    EXPECT_EQ(S.Calib.CalibrationStage, 2);
+    EXPECT_FALSE(S.Box.BoxPlacementPending);
+}
+
+TEST_F(SessionFlow, FirstKeyAfterAZoomButtonIsNotSwallowed) {
+    LoadAndInitialise(60);
+    F.View.SetScroll(0, 100);
+    S.ViewMoved();
+    S.Zoom(+1.0F); // the Zoom In button places the box itself
+    EXPECT_FALSE(S.Box.BoxPlacementPending);
+    S.Form_KeyDown(KeyEnter, false, false);
+    EXPECT_EQ(S.Calib.CalibrationStage, 2);
+}
+
 TEST_F(SessionFlow, DroppedBoxLeavesNoPlacementPending) {
     LoadAndInitialise(60);
     F.View.SetScroll(0, 100);

@@ -1,5 +1,6 @@
 #include "PageSessionTesting.h"
 
+#include <chrono>
 #include <filesystem>
 
 namespace tv::test {
@@ -90,6 +91,23 @@ TEST_F(FlagsReload, WithNoFlaggedRecordTheReloadAsksNothing) {
     EXPECT_TRUE(HasNote(ReloadedNote));
     EXPECT_EQ(S.Table.CurrentLine, LineOf1878Record(12));
     EXPECT_EQ(S.Calib.CalibrationStage, 0);
+}
+
+TEST_F(FlagsReload, TheBoxHeightAfterAReloadCountsTheReloadNote) {
+    GoToRecord(12);
+    // The change watch's notice stands in the box, so the reload's note is a line more.
+    ASSERT_TRUE(S.TranscriptionFileTime.has_value());
+    S.ChangeWatch(*S.TranscriptionFileTime + std::chrono::seconds(1));
+    ASSERT_TRUE(HasNote("Your transcription file has changed - press R to reload it"));
+    S.ResizeFrame();
+    const int32_t before = S.Box.BoxHeight;
+    Press(KeyR);
+    ASSERT_TRUE(HasNote(ReloadedNote));
+    const int32_t height = S.Box.BoxHeight;
+    S.ResizeFrame(); // a later layout finds nothing left to change
+    EXPECT_EQ(S.Box.BoxHeight, height);
+    EXPECT_EQ(S.Box.BoxHeight, S.Content.NameBoxHeight + S.Content.NotesBoxHeight);
+    EXPECT_GT(S.Box.BoxHeight, before);
 }
 
 TEST_F(FlagsReload, FiveFlaggedRecordsGiveOneWarningNotFive) {

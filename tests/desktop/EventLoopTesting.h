@@ -1,0 +1,117 @@
+#pragma once
+// The program as its user meets it: the start window, the main window and the statistics screen
+// wired as main() wires them, with the real message boxes, file dialogs and layout form, run
+// inside QApplication::exec as the program runs. A scripted user answers each modal dialog once
+// it is shown, by clicking its button, and the tests assert what the user sees: the windows on
+// the screen, where the keyboard focus is, and whether the program is still running.
+#include "SessionFormsTesting.h"
+
+#include "app/DesktopApp.h"
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QDialog>
+#include <QMessageBox>
+#include <QObject>
+#include <QPointer>
+#include <QPushButton>
+#include <QStringList>
+#include <QTimer>
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace tv::test {
+
+// Answers the modal dialogs of the program in order, as a user clicks them: a timer looks for
+// the visible modal dialog and gives it the next reply. A dialog that comes with no reply left,
+// or of another kind than the reply expects, is a test failure and is closed with Escape.
+class ScriptedUser : public QObject {
+  public:
+    ScriptedUser();
+
+    // The next dialog is a message box whose text holds textPart: click button.
+    void Clicks(QMessageBox::StandardButton button, const std::string& textPart = "");
+    // The next dialog is a file dialog: type the whole path and press Open (or Save); "" presses
+    // Cancel.
+    void Chooses(const std::string& path);
+    // The next dialog is of another kind (the layout form): act on it.
+    void Handles(const std::function<void(QDialog&)>& action);
+    // The window the user works in, active again when a dialog over it has gone.
+    void WorksIn(QWidget* window) { lastActive_ = window; }
+    // Every reply was given.
+    bool Done() const { return replies_.empty(); }
+    // The texts of the message boxes answered, in order.
+    QStringList Seen;
+
+  private:
+    enum class Kind { MessageBox, FileDialog, Other };
+    struct Reply {
+        Kind Expected;
+        QMessageBox::StandardButton Button = QMessageBox::NoButton;
+        std::string Text;
+        std::function<void(QDialog&)> Action;
+    };
+    void Poll();
+    void Give(QDialog& dialog, const Reply& reply);
+
+    std::deque<Reply> replies_;
+    QTimer timer_;
+    bool busy_ = false;
+    QPointer<QWidget> lastActive_;
+    QPointer<QDialog> shown_;
+};
+
+class ProgramTest : public FormsTest {
+  protected:
+    ProgramTest();
+    ~ProgramTest() override;
+
+    // Starts the program as main() does, with the files named on its command line ("" none).
+    DesktopForms& StartProgram(const std::string& scan = "", const std::string& transcription = "");
+    // Runs the event loop as the program does while the user acts; returns when the user is done.
+    void RunProgram(const std::function<void()>& user);
+    // Processes events until the condition holds; false when it still does not after ms.
+    static bool WaitFor(const std::function<bool()>& condition, int ms = 10000);
+    // Waits until the scripted user has given every reply.
+    bool UserDone(int ms = 10000) {
+        return WaitFor([this] { return User.Done(); }, ms);
+    }
+    // A click of the left mouse button on a button, as the user gives it.
+    void Click(QAbstractButton* button);
+    // The user asked the program to end, or its last window closed: Qt was asked to quit.
+    bool Ended() const { return quitRequests_ > 0; }
+    // The object names of the top-level windows on the screen, sorted.
+    static QStringList VisibleWindows();
+    // The window that holds the keyboard focus, and the focused control's object name.
+    static QWidget* ActiveWindow();
+    static QString FocusName();
+    // Waits until the control of that name has the focus (activation follows a dialog's close).
+    static bool FocusComesTo(const QString& name) {
+        return WaitFor([&name] { return FocusName() == name; }, 3000);
+    }
+    // The keys of the main window from here on: the helpers of FormsTest drive it.
+    void TakeMainWindow();
+    // The files of a page of the sample generator, drawn into the test's folder.
+    SamplePage Page(const std::string& kind = "births1911");
+
+    StartForm& Start() { return *Forms->StartWindow(); }
+    // Steps 1 and 2 by their buttons with the dialogs answered; the start window waits at 3.
+    void StepsOneAndTwo(const SamplePage& page);
+    // The four steps by their buttons and the calibration by keys: the user verifies.
+    void Verifying(const SamplePage& page);
+    // SkipSteps ticked and the replies to the two file dialogs of the statistics-only path (no
+    // scan, then the transcription); step 1 then runs both steps.
+    void ChooseTranscriptionOnly(const std::string& transcription);
+
+    ScriptedUser User;
+    std::unique_ptr<DesktopForms> Forms;
+
+  private:
+    std::unique_ptr<QObject> quitWatch_;
+    int quitRequests_ = 0;
+};
+
+} // namespace tv::test
