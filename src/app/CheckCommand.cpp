@@ -61,7 +61,7 @@ int CheckOneFile(const CheckOptions& options, const std::string& file, std::ostr
         err << "tallyview: cannot read " << e.Path << ": " << e.Reason << '\n';
         return CheckUnreadable;
     } catch (const RunTimeError& e) {
-        // Refused, as the windowed program refuses it at start and at a reload.
+        // Refused in the words a reload uses, naming the line.
         err << "tallyview: " << file << ": " << RefusalReason(e) << '\n';
         return CheckRefused;
     }

@@ -28,7 +28,7 @@ class RunTimeError : public std::runtime_error {
 };
 
 // "Run-time error 6: Overflow in line 3": how a transcription refused for a run-time error is
-// told, the same at start, at a reload and by the check command.
+// told, the same at a reload and by the check command.
 inline std::string RefusalReason(const RunTimeError& error) {
     std::string text = "Run-time error " + std::to_string(error.Number) + ": " + error.what();
     if (error.Line > 0) text += " in line " + std::to_string(error.Line);

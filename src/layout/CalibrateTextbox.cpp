@@ -10,9 +10,6 @@ namespace tv {
 
 namespace {
 
-const char* const SpacingNotMeasured = " The line spacing cannot be measured from one record: "
-                                       "calibrate again when there are more";
-
 const std::string MoveTheBox = "Move this box using the mouse or the arrow keys until it ";
 
 std::string FirstEntryInstruction(int columns) {
@@ -42,7 +39,6 @@ void ShowInstruction(RecordBoxContent& box, const std::string& text) {
 void StartCalibration(Session& s) {
     s.Calib.CalibrationStage = 1;
     s.Calib.CalibratingFlag = true;
-    s.Calib.SpacingUnmeasured = false;
     for (int c = 1; c <= 6; ++c)
         s.Commands.TopCol[c] = false;
     s.Commands.MenuCalibrate = false;
@@ -88,16 +84,15 @@ void ConfirmFirstEntry(Session& s) {
 }
 
 // The spacing per printed line, from the lines CalcFramePosn counted when it placed the box.
-// False when the box could not leave the first record's line (a page with one record so far,
-// or none): the spacing is then kept as it was, never divided by nothing.
-bool MeasureSpacing(Session& s) {
+// The box left on the first record's line (a page with one record so far, or none) divides by
+// zero: a run-time error, as every one is.
+void MeasureSpacing(Session& s) {
     const int16_t lines = s.Box.LinesFromTop;
-    if (lines == 0) return false;
+    if (lines == 0) throw RunTimeError::DivisionByZero();
     const int32_t down = To32(static_cast<long long>(s.Box.BoxTop) - s.Calib.ColumnTopY[1]);
     const int32_t across = To32(static_cast<long long>(s.Box.BoxLeft) - s.Calib.ColumnTopX[1]);
     s.Calib.LineIncrTop = static_cast<float>(static_cast<double>(down) / lines);
     s.Calib.LineIncrLeft = static_cast<float>(static_cast<double>(across) / lines);
-    return true;
 }
 
 void TakeColumnTop(Session& s, int column) {
@@ -141,15 +136,13 @@ void ConfirmStage(Session& s, int16_t stage) {
     s.GetFramePosn();
     const int finished = stage - 1;
     if (stage == 2)
-        s.Calib.SpacingUnmeasured = !MeasureSpacing(s);
+        MeasureSpacing(s);
     else
         TakeColumnTop(s, finished);
     if (finished >= s.Scan.NumColumns)
         CompleteCalibration(s);
     else
         PrepareColumn(s, finished + 1);
-    if (s.Calib.SpacingUnmeasured)
-        SetNote(s.Content, NoteKind::AddStatus, SpacingNotMeasured, true);
 }
 
 } // namespace

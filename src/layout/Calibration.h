@@ -20,9 +20,6 @@ struct Calibration {
     bool CalibratingFlag = false;
     // The box has been lined up with the scan at least once (the change watch waits for it).
     bool BoxLinedUp = false;
-    // This calibration could not measure the line spacing (one record or none): the spacing
-    // held before is kept, and the box says so until the calibration ends.
-    bool SpacingUnmeasured = false;
 };
 
 } // namespace tv

@@ -140,11 +140,9 @@ std::string Session::LoadTranscription(const std::string& path) {
         P.Ask.Tell("Cannot open " + Utf8ToCp1252(path) + CR + e.Reason);
         TranscriptionFile = QuitToken;
         return TranscriptionFile;
-    } catch (const RunTimeError& e) {
-        // Refused as a reload and the check command refuse it, naming the line.
-        P.Ask.Tell("Cannot read " + Utf8ToCp1252(path) + CR + RefusalReason(e));
-        TranscriptionFile = QuitToken;
-        return TranscriptionFile;
+    } catch (const RunTimeError&) {
+        // Deliberately passed over, as every run-time error of this loading is: the session goes
+        // on with what the reader had read when it happened.
     }
     if (TranscriptionFile != QuitToken) TranscriptionFileTime = ModificationTime(path);
     return TranscriptionFile;

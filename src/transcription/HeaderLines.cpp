@@ -94,7 +94,7 @@ void CollectHeaderPages(RecordTable& table, int lastRecordLine, Prompts& prompts
         try {
             page = CInt(*value);
         } catch (const RunTimeError& e) {
-            // A page such as -99999: the file is refused, and the user is told where.
+            // A page such as -99999: the error names the line it was read from.
             throw e.InLine(line);
         }
         table.HeaderPageCount = To16(table.HeaderPageCount + 1);

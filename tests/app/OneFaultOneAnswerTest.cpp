@@ -1,5 +1,5 @@
-// One fault, one answer: a transcription the windowed program refuses (at start and at a reload)
-// is refused by the check command in the same words, naming the line.
+// One fault, one answer: a transcription the windowed program refuses at a reload is refused by
+// the check command in the same words, naming the line.
 #include "support/Process.h"
 #include "support/TestFiles.h"
 
