@@ -153,6 +153,26 @@ std::optional<FoundLine> SnapNear(Session& s, const PixelScale& scale, double st
     return line;
 }
 
+// The found line LinesFromTop printed lines below the line of column c's top, the box as far
+// below it as the top stands below its own: on a page photographed at a slant the spacing
+// changes down the column, and the place computed with one spacing drifts off the lines.
+std::optional<FoundLine> CountedLine(Session& s, const PixelScale& scale, int c) {
+    const PrintedLines& found = *s.Lines.Found;
+    const int index = ColumnAt(found, s.Calib.ColumnTopX[c] / scale.X);
+    if (index < 0) return std::nullopt;
+    const FoundColumn& column = found.Columns[static_cast<size_t>(index)];
+    const double top = s.Calib.ColumnTopY[c] / scale.Y;
+    const std::optional<int> stood = NearestEntryLine(column, found.Pitch, top, 0.5 * found.Pitch);
+    if (!stood) return std::nullopt;
+    const int first = PrintedLineNumbers(column, found.Pitch)[static_cast<size_t>(*stood)];
+    const std::optional<FoundLine> line =
+        LineNumbered(column, found.Pitch, first + s.Box.LinesFromTop);
+    if (!line) return std::nullopt;
+    const double below = top - column.Lines[static_cast<size_t>(*stood)].Y;
+    s.Box.BoxTop = CLng((line->Y + below) * scale.Y);
+    return line;
+}
+
 // The rule of LineUpWithPrintedLines.
 std::optional<FoundLine> LineUpNow(Session& s) {
     const std::optional<PixelScale> scale = ScaleOf(s);
@@ -168,6 +188,7 @@ std::optional<FoundLine> LineUpNow(Session& s) {
         return 0;
     }();
     if (c == 0) return std::nullopt;
+    if (std::optional<FoundLine> counted = CountedLine(s, *scale, c)) return counted;
     return SnapNear(s, *scale, s.Calib.ColumnTopY[c], s.Box.BoxTop);
 }
 

@@ -18,6 +18,21 @@ GreyRows GreyRowsOf(const QImage& scan) {
         };
         return rows;
     }
+    if (scan.format() == QImage::Format_Mono || scan.format() == QImage::Format_MonoLSB) {
+        // Bilevel: each bit through the two-colour table, eight pixels a byte.
+        const QList<QRgb> table = scan.colorTable();
+        const uint8_t zero = table.size() > 0 ? static_cast<uint8_t>(qGray(table[0])) : 0;
+        const uint8_t one = table.size() > 1 ? static_cast<uint8_t>(qGray(table[1])) : 255;
+        const bool msb = scan.format() == QImage::Format_Mono;
+        rows.Row = [&scan, zero, one, msb](int y, uint8_t* out) {
+            const uchar* line = scan.constScanLine(y);
+            for (int x = 0; x < scan.width(); ++x) {
+                const int bit = msb ? 7 - (x & 7) : (x & 7);
+                out[x] = ((line[x >> 3] >> bit) & 1) != 0 ? one : zero;
+            }
+        };
+        return rows;
+    }
     // Any other format a row at a time, so that no grey copy of the whole scan is made.
     rows.Row = [&scan](int y, uint8_t* out) {
         const QImage row =

@@ -76,7 +76,11 @@ TEST_P(LocateShapedPage, PlacesItsShareOfTheRecordsOnTheirBaseline) {
 INSTANTIATE_TEST_SUITE_P(LocateCommand, LocateShapedPage,
                          ::testing::Values(ShapedPage{"births1911", "--rotation 1.0", 0.98},
                                            ShapedPage{"births1872double", "--rotation -1.0", 0.98},
-                                           ShapedPage{"births1965", "--rotation 0.8", 0.98},
+                                           ShapedPage{"births1965", "--rotation 1.0", 0.98},
+                                           ShapedPage{"births1911", "--shape curved", 0.95},
+                                           ShapedPage{"births1965", "--shape curved", 0.95},
+                                           ShapedPage{"births1911", "--shape keystoned", 0.95},
+                                           ShapedPage{"births1965", "--shape keystoned", 0.95},
                                            ShapedPage{"births1911", "--scale 2.2", 0.98}));
 
 TEST(LocateCommand, WritesADashForEveryRecordOfABlankScan) {
