@@ -14,6 +14,7 @@
 #include "BenchScans.h"
 #include "BenchWindow.h"
 #include "Figures.h"
+#include "LineFindBenchmarks.h"
 #include "ProgramBenchmarks.h"
 #include "ScanBenchmarks.h"
 
@@ -112,6 +113,7 @@ int RunBenchmarks(int argc, char** argv, bool briefly) {
         dir.path(), {bench::AllMegapixels.begin(), bench::AllMegapixels.end()});
     bench::RegisterScanBenchmarks(files, briefly);
     bench::RegisterProgramBenchmarks();
+    bench::RegisterLineFindBenchmarks(files);
     bench::FigureReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     bench::CloseScanWindow();

@@ -2,6 +2,7 @@
 
 #include "app/CheckCommand.h"
 #include "app/DesktopApp.h"
+#include "app/LocateCommand.h"
 #include "core/QtPlatform.h"
 #include "session/SessionFiles.h"
 
@@ -80,6 +81,11 @@ void DescribeOptions(QCommandLineParser& parser) {
         {"answer", "With --check: the answer to every question (yes by default).", "yes|no"});
     parser.addOption(
         {"print-to", "With --check: the report goes to this PDF file too.", "FILE.pdf"});
+    parser.addOption({"locate",
+                      "tallyview --locate IMAGE TRANSCRIPTION: without a window, finds the "
+                      "printed lines of IMAGE and writes for each record of TRANSCRIPTION its "
+                      "table line number and where the box lines up on it (X and Y in the "
+                      "scan's pixels, or - when it cannot place the record)."});
     for (const char* name : QtValueOptions)
         parser.addOption(Hidden(name, true));
     for (const char* name : QtFlagOptions)
@@ -142,6 +148,17 @@ int RunCheckCommand(char* program, const std::vector<std::string>& args) {
     return RunCheck(options, std::cout, std::cerr);
 }
 
+// The scan is decoded as the window decodes it, by Qt's image readers, which need an
+// application object but no display.
+int RunLocateCommand(char* program, const std::vector<std::string>& args) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(QtMessagesForTheCheck);
+    int qtArgc = 1;
+    char* qtArgv[] = {program, nullptr};
+    QGuiApplication app(qtArgc, qtArgv);
+    return RunLocate(args, std::cout, std::cerr);
+}
+
 // The windowed program's command line is read before any window exists, so that --help,
 // --version and a wrong command line need no display.
 int RunDesktopCommand(int argc, char** argv) {
@@ -180,6 +197,11 @@ int RunCommandLine(int argc, char** argv) {
     // --check anywhere before "--" makes the check command, which reads its own options.
     const auto optionsEnd = std::find(args.begin(), args.end(), "--");
     const auto check = std::find(args.begin(), optionsEnd, "--check");
+    const auto locate = std::find(args.begin(), optionsEnd, "--locate");
+    if (check == optionsEnd && locate != optionsEnd) {
+        args.erase(locate);
+        return RunLocateCommand(argv[0], args);
+    }
     if (check == optionsEnd) return RunDesktopCommand(argc, argv);
     args.erase(check);
     return RunCheckCommand(argv[0], args);

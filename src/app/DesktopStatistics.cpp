@@ -54,6 +54,12 @@ void DesktopForms::ShowStats(bool statisticsOnly) {
         form.SetCommandCaption("Exit");
     }
     StatisticsChanged();
+    // Beside a shown main window the screen belongs to it, so the desktop keeps it in front of
+    // it; a window with such an owner never ends the program when it closes, so the
+    // statistics-only screen, the last window, has none.
+    form.winId();
+    form.windowHandle()->setTransientParent(
+        !statisticsOnly && main_->isVisible() ? main_->windowHandle() : nullptr);
     form.show();
     form.raise();
     form.activateWindow();

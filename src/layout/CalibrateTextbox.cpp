@@ -55,6 +55,7 @@ void StartCalibration(Session& s) {
     s.ResizeFrame();
     ShowInstruction(s.Content, FirstEntryInstruction(columns));
     s.EnsureFrameVisible();
+    s.Lines.StageOneBox = LineFinding::BoxAt{s.Box.BoxTop, s.Box.BoxLeft};
 }
 
 // Nine records on from the current one, or the last record when the column is shorter.

@@ -131,34 +131,40 @@ void PlaceAtEstimatedColumnTop(Session& s, int column, const ViewMetrics& view) 
     s.Box.BoxLeft = CLng(s.Calib.ColumnTopX[before] + pitch);
 }
 
-} // namespace
-
-void Session::CalcFramePosn() {
-    const ViewMetrics view = P.View.Metrics();
-    const int16_t stage = Calib.CalibrationStage;
+// The place the calibration gives the current line, before the printed lines are looked at.
+void PlaceByCalibration(Session& s) {
+    const ViewMetrics view = s.P.View.Metrics();
+    const int16_t stage = s.Calib.CalibrationStage;
     if (stage == 1) {
-        PlaceAtFirstEntry(*this, view);
+        PlaceAtFirstEntry(s, view);
         return;
     }
     if (stage >= 3) {
-        PlaceAtEstimatedColumnTop(*this, stage - 1, view);
+        PlaceAtEstimatedColumnTop(s, stage - 1, view);
         return;
     }
 
     // While the tenth entry is sought the box belongs to column 1, whose top was just confirmed:
     // even on line 0, before the first record, where the user may have stepped with the - key.
-    const int c =
-        stage == 2 ? 1
-                   : LastColumnAtOrBefore(Calib.ColumnTopLine, Scan.NumColumns, Table.CurrentLine);
+    const int c = stage == 2 ? 1
+                             : LastColumnAtOrBefore(s.Calib.ColumnTopLine, s.Scan.NumColumns,
+                                                    s.Table.CurrentLine);
     if (c == 0) {
-        Box.LinesFromTop = 0;
-        Box.BoxTop = FirstEntryTop(Scan, view);
+        s.Box.LinesFromTop = 0;
+        s.Box.BoxTop = FirstEntryTop(s.Scan, view);
         return;
     }
-    Box.LinesFromTop = LinesBetween(Table, Calib.ColumnTopLine[c], Table.CurrentLine);
-    const LineSpacing spacing = SpacingForPlacing(*this, view);
-    Box.BoxTop = CLng(Calib.ColumnTopY[c] + Box.LinesFromTop * spacing.Top);
-    Box.BoxLeft = CLng(Calib.ColumnTopX[c] + Box.LinesFromTop * spacing.Left);
+    s.Box.LinesFromTop = LinesBetween(s.Table, s.Calib.ColumnTopLine[c], s.Table.CurrentLine);
+    const LineSpacing spacing = SpacingForPlacing(s, view);
+    s.Box.BoxTop = CLng(s.Calib.ColumnTopY[c] + s.Box.LinesFromTop * spacing.Top);
+    s.Box.BoxLeft = CLng(s.Calib.ColumnTopX[c] + s.Box.LinesFromTop * spacing.Left);
+}
+
+} // namespace
+
+void Session::CalcFramePosn() {
+    PlaceByCalibration(*this);
+    LineUpWithPrintedLines();
 }
 
 void Session::GetFramePosn() {

@@ -5,6 +5,7 @@
 #include "session/QtWindowPlace.h"
 #include "view/ImageView.h"
 #include "view/KeyCodes.h"
+#include "view/QtLineFinder.h"
 #include "view/RecordBoxWidget.h"
 
 #include <QApplication>
@@ -14,6 +15,7 @@
 #include <QLineEdit>
 #include <QScreen>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -45,6 +47,18 @@ Form1::Form1(Form1Services services, QWidget* parent)
     connect(view_, &ImageView::scrolled, this, &Form1::ViewScrolled);
     connect(view_, &ImageView::repainted, this, &Form1::ViewRepainted);
     connect(this, &Form1::Synced, this, &Form1::DiagBoxRefresh);
+    // Lines found late serve the placements made after they come; Sync shows a box that the
+    // first stage placed again because the user had not moved it yet.
+    lineFinder_ = new QtLineFinder(
+        [this](PrintedLines lines, float rotation) {
+            session_->PrintedLinesFound(std::move(lines), rotation);
+            Sync();
+        },
+        this);
+    findAfterTurn_ = new QTimer(this);
+    findAfterTurn_->setSingleShot(true);
+    findAfterTurn_->setInterval(FindAfterTurnMs);
+    connect(findAfterTurn_, &QTimer::timeout, this, &Form1::FindLines);
     // The window previews every key before any of its controls (Form_KeyDown).
     qApp->installEventFilter(this);
     // The main window's load: the settings (box colour, menu ticks, place), then the per-scan
@@ -123,10 +137,18 @@ QWidget* Form1::BuildButtonBar() {
     row->addWidget(Button("ZoomOut", "Zoom Out", "Zoom out (F12)", [&s] { s.Zoom(-1.0F); }));
     row->addWidget(Button(
         "RotateLeft", QString(QChar(0x21BA)), "Rotate left: turn the scan anticlockwise",
-        [&s] { s.Rotate(+RotationStep); }, QStringLiteral("Rotate left")));
+        [this, &s] {
+            s.Rotate(+RotationStep);
+            FindLinesAfterTurning();
+        },
+        QStringLiteral("Rotate left")));
     row->addWidget(Button(
         "RotateRight", QString(QChar(0x21BB)), "Rotate right: turn the scan clockwise",
-        [&s] { s.Rotate(-RotationStep); }, QStringLiteral("Rotate right")));
+        [this, &s] {
+            s.Rotate(-RotationStep);
+            FindLinesAfterTurning();
+        },
+        QStringLiteral("Rotate right")));
     showStats_ = Button("ShowStats", "Statistics", "Show the statistics screen",
                         [this] { emit ShowStatistics(false); });
     row->addWidget(showStats_);
@@ -210,6 +232,8 @@ void Form1::Outcome(const CommandOutcome& outcome) {
 }
 
 void Form1::Form_Load2() {
+    findAfterTurn_->stop();
+    lineFinder_->Cancel();
     session_->Form_Load2();
     boxShown_ = false;
     Sync();
@@ -238,6 +262,9 @@ void Form1::InitialiseForm1() {
     centralWidget()->layout()->activate();
     ApplyImageOptions();
     session_->InitialiseForm1();
+    // After the layout is settled (the options form may have asked for it): the columns to look
+    // for come from it.
+    FindLines();
     boxShown_ = true;
     // The arrow keys and ENTER of calibration come here at once, without a click on the window.
     raise();
@@ -245,6 +272,24 @@ void Form1::InitialiseForm1() {
     Sync();
     // A remembered calibration needs none: the statistics are up to date already.
     if (session_->Calib.CalibrationStage == 0) emit StatisticsChanged();
+}
+
+void Form1::FindLines() {
+    const QImage& scan = view_->Scan();
+    if (scan.isNull()) return;
+    lineFinder_->Find(scan, ColumnsToFind(session_->Scan, scan.width(), scan.height()),
+                      session_->Box.ScanRotation);
+}
+
+// A turn is usually one of several presses: the lines are found again once the presses pause,
+// and the lines of the scan as it was are not used meanwhile.
+void Form1::FindLinesAfterTurning() {
+    lineFinder_->Cancel();
+    findAfterTurn_->start();
+}
+
+bool Form1::FindingLines() const {
+    return lineFinder_->Running();
 }
 
 void Form1::StartVerifying() {

@@ -42,6 +42,7 @@ class QFrame;
 class QLabel;
 class QLineEdit;
 class QMenu;
+class QTimer;
 class QToolButton;
 
 namespace tv {
@@ -63,6 +64,8 @@ struct Form1Services {
     FileChooser ChooseFile;                     // empty: the open-file dialog
     SettingsStore* Settings = nullptr;          // nullptr: no settings are read
 };
+
+class QtLineFinder;
 
 class Form1 : public QMainWindow {
     Q_OBJECT
@@ -99,6 +102,8 @@ class Form1 : public QMainWindow {
 
     // The one key-down handler: every key pressed on this window comes here and is consumed.
     void Form_KeyDown(int keyCode, bool shift, bool alt);
+    // The line finder is at work on the scan.
+    bool FindingLines() const;
 
   signals:
     void ShowStatistics(bool statisticsOnly);
@@ -126,6 +131,9 @@ class Form1 : public QMainWindow {
     QToolButton* Button(const QString& name, const QString& caption, const QString& tip,
                         const std::function<void()>& operation, const QString& spoken = {});
     void PlaceOnScreen();
+    // Starts the line finder on the scan as it is shown now (turned by the user, if so).
+    void FindLines();
+    void FindLinesAfterTurning();
     // Runs a session operation for a button or menu item, then brings the window up to date.
     void Do(const std::function<void()>& operation);
     // A key for the session; the outcome also tells when it completed a calibration.
@@ -198,6 +206,12 @@ class Form1 : public QMainWindow {
     QAction* menuShowStats_ = nullptr;
     QAction* menuShowRptSurnames_ = nullptr;
     QAction* menuCalibrate_ = nullptr;
+    QAction* menuLineUp_ = nullptr;
+    QAction* menuFollowLines_ = nullptr;
+    // Finds the printed lines of the scan off the user-interface thread.
+    QtLineFinder* lineFinder_ = nullptr;
+    QTimer* findAfterTurn_ = nullptr;
+    static constexpr int FindAfterTurnMs = 400;
     std::vector<std::pair<QAction*, bool Preferences::*>> imageTicks_;
     std::vector<QAction*> boxColours_;
     std::map<FileKind, std::string> givenFiles_;

@@ -56,6 +56,12 @@ void Form1::BuildImageMenu() {
     QMenu* scan = menuBar()->addMenu(QStringLiteral("Scan"));
     menuCalibrate_ =
         MenuItem(scan, "MenuCalibrate", "ReCalibrate", [&s] { s.MenuCalibrate_Click(); });
+    menuLineUp_ = MenuItem(
+        scan, "MenuLineUpAutomatically", "Line Up Automatically",
+        [&s] { s.Lines.LineUpAutomatically = !s.Lines.LineUpAutomatically; }, true);
+    menuFollowLines_ = MenuItem(
+        scan, "MenuFollowPrintedLines", "Follow Printed Lines",
+        [&s] { s.Lines.FollowPrintedLines = !s.Lines.FollowPrintedLines; }, true);
     MenuItem(scan, "MenuZoomIn", "Zoom In\tF11", [&s] { s.Zoom(+1.0F); });
     MenuItem(scan, "MenuZoomOut", "Zoom Out\tF12", [&s] { s.Zoom(-1.0F); });
     scan->addSeparator();
@@ -104,6 +110,8 @@ void Form1::SyncMenuTicks() {
     menuShowRptSurnames_->setEnabled(s.Commands.MenuShowRptSurnames);
     menuShowRptSurnames_->setChecked(s.Prefs.ShowRptSurnames);
     menuCalibrate_->setEnabled(s.Commands.MenuCalibrate);
+    menuLineUp_->setChecked(s.Lines.LineUpAutomatically);
+    menuFollowLines_->setChecked(s.Lines.FollowPrintedLines);
     for (const auto& [item, option] : imageTicks_)
         item->setChecked(s.Prefs.*option);
     for (std::size_t i = 0; i < boxColours_.size(); ++i)

@@ -6,6 +6,7 @@
 #include "core/Prompts.h"
 #include "layout/BoxGeometry.h"
 #include "layout/Calibration.h"
+#include "layout/LineUp.h"
 #include "layout/ScanLayoutOptions.h"
 #include "layout/ScanType.h"
 #include "session/ScanHistory.h"
@@ -97,6 +98,7 @@ class Session {
     CheckIterator Checks;
     ScanHistory History;
     Preferences Prefs;
+    LineFinding Lines;
     CommandState Commands;
     std::string GraphicsFile;      // native path, "" when no scan
     std::string TranscriptionFile; // native path
@@ -119,6 +121,17 @@ class Session {
     // The user dragged the size handle: the new box width in twips.
     void SetBoxWidth(int32_t width);
     void TopCol_Click(int16_t index);
+
+    // --- layout/LineUp.cpp
+    // The finder's lines for the scan turned by rotation degrees; they serve the placements made
+    // from now on and never move the box where it stands.
+    void PrintedLinesFound(PrintedLines lines, float rotation);
+    // Puts the box that CalcFramePosn placed on the printed line the calibration stage asks for,
+    // or, calibrated, on the found line nearest it; the line it went to, if any.
+    std::optional<FoundLine> LineUpWithPrintedLines();
+    // After the box moved by whole line spacings from a box that stood topBefore (twips): the
+    // found line nearest the new place, keeping the box's distance from the line it stood on.
+    std::optional<FoundLine> FollowPrintedLine(int32_t topBefore);
 
     // --- layout/ZoomRotate.cpp
     // +1 one step in, -1 one step out, 10 or more a percentage of BaseZoom.

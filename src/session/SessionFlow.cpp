@@ -84,6 +84,8 @@ void Session::Form_Load2() {
     Box.ScanRotation = 0.0F;
     Box.RotationHintShown = false;
     Box.BoxPlacementPending = false;
+    // The lines found on the scan before belong to it, not to the next one.
+    Lines.Found.reset();
     Caption = AppTitle;
     // A freshly loaded scan is never mirrored.
     Prefs.Mirror = false;

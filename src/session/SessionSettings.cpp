@@ -52,6 +52,8 @@ void Session::ApplySettings(const GlobalSettings& global) {
     SetBoxColour(global.TextBoxColour);
     Prefs.ShowRptSurnames = global.ShowRptSurnames;
     Prefs.Magnifier = global.Magnifier;
+    Lines.LineUpAutomatically = global.LineUpAutomatically;
+    Lines.FollowPrintedLines = global.FollowPrintedLines;
 }
 
 SaveSnapshot Session::Snapshot(const MainWindowState& window) const {
@@ -64,6 +66,8 @@ SaveSnapshot Session::Snapshot(const MainWindowState& window) const {
     g.TextBoxColour = Content.BoxColourIndex;
     g.ShowRptSurnames = Prefs.ShowRptSurnames;
     g.Magnifier = Prefs.Magnifier;
+    g.LineUpAutomatically = Lines.LineUpAutomatically;
+    g.FollowPrintedLines = Lines.FollowPrintedLines;
     g.FormHeight = window.Form.Height;
     g.FormWidth = window.Form.Width;
     g.FormTop = window.Form.Top;

@@ -97,6 +97,9 @@ GlobalSettings ReadGlobal(const SettingsStore& store, ScreenSize screen) {
         CInt(global.Whole("TextBoxColour", 1, std::nextafter(MaxColourNumber + 0.5F, 0.0F), 1));
     g.ShowRptSurnames = global.Flag("ShowRptSurnames", "N");
     g.Magnifier = global.Flag("Magnifier", "N");
+    // Both are on unless switched off: any value but "N" reads as "Y".
+    g.LineUpAutomatically = global.Text("LineUpAutomatically", "Y") != "N";
+    g.FollowPrintedLines = global.Text("FollowPrintedLines", "Y") != "N";
     // The stored default "0" fails its range on the first run, so the computed size applies.
     g.FormHeight = CLng(
         global.Whole("FormHeight", "0", 6000, height - 600, height < 12600 ? height - 600 : 12000));
@@ -180,6 +183,8 @@ void WriteGlobal(SettingsStore& store, const SaveSnapshot& snapshot) {
     store.Write(Global, "TextBoxColour", std::to_string(g.TextBoxColour));
     store.Write(Global, "ShowRptSurnames", YesNo(g.ShowRptSurnames));
     store.Write(Global, "Magnifier", YesNo(g.Magnifier));
+    store.Write(Global, "LineUpAutomatically", YesNo(g.LineUpAutomatically));
+    store.Write(Global, "FollowPrintedLines", YesNo(g.FollowPrintedLines));
     store.Write(Global, "FormHeight", std::to_string(g.FormHeight));
     store.Write(Global, "FormWidth", std::to_string(g.FormWidth));
     store.Write(Global, "FormTop", std::to_string(g.FormTop));

@@ -53,6 +53,8 @@ struct GlobalSettings {
     int32_t FormWidth = 0;
     int32_t FormTop = 0;
     int32_t FormLeft = 0;
+    bool LineUpAutomatically = true; // "Line Up Automatically" ticked
+    bool FollowPrintedLines = true;  // "Follow Printed Lines" ticked
 };
 
 // The version check, section "Global" and the ten scan sections into history.

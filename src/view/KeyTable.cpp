@@ -56,7 +56,14 @@ void ArrowKey(Session& s, const KeyPress& key, int16_t step) {
 void FollowRecord(Session& s, int16_t n, int sign) {
     if (n > 0) {
         float lines = static_cast<float>(sign * n);
-        MoveBoxBy(s, CLng(lines * s.Calib.LineIncrTop), CLng(lines * s.Calib.LineIncrLeft));
+        const int32_t before = s.Box.BoxTop;
+        s.Box.BoxTop =
+            To32(s.Box.BoxTop + static_cast<long long>(CLng(lines * s.Calib.LineIncrTop)));
+        s.Box.BoxLeft =
+            To32(s.Box.BoxLeft + static_cast<long long>(CLng(lines * s.Calib.LineIncrLeft)));
+        // On a found printed line, the box keeps its distance below the line it left.
+        s.FollowPrintedLine(before);
+        s.EnsureFrameVisible();
     } else {
         s.EnsureFrameVisible();
     }

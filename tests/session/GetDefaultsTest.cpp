@@ -121,6 +121,21 @@ TEST(GetDefaults, MenuTicksAreReadAsYOrN) {
     EXPECT_FALSE(g.Magnifier);
 }
 
+TEST(GetDefaults, TheLineOptionsAreOnUnlessSwitchedOffAndAnInvalidValueIsY) {
+    EXPECT_TRUE(Start().Run().LineUpAutomatically);
+    EXPECT_TRUE(Start().Run().FollowPrintedLines);
+    Start off;
+    off.Global("LineUpAutomatically", "N");
+    off.Global("FollowPrintedLines", "N");
+    EXPECT_FALSE(off.Run().LineUpAutomatically);
+    EXPECT_FALSE(off.Run().FollowPrintedLines);
+    Start invalid;
+    invalid.Global("LineUpAutomatically", "no");
+    invalid.Global("FollowPrintedLines", "");
+    EXPECT_TRUE(invalid.Run().LineUpAutomatically);
+    EXPECT_TRUE(invalid.Run().FollowPrintedLines);
+}
+
 TEST(GetDefaults, SettingsOfAnEarlierLayoutAreWipedAfterTheMessage) {
     Start start;
     start.Global("Version", "0.9.1 / 01-Jan-2019");

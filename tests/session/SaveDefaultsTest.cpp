@@ -84,6 +84,8 @@ TEST(SaveDefaults, GlobalKeysAreDecimalTextAndTheVersionIsTheLabelFromItsNinthCh
                                                          {"TextBoxColour", "4"},
                                                          {"ShowRptSurnames", "Y"},
                                                          {"Magnifier", "N"},
+                                                         {"LineUpAutomatically", "Y"},
+                                                         {"FollowPrintedLines", "Y"},
                                                          {"FormHeight", "9000"},
                                                          {"FormWidth", "12000"},
                                                          {"FormTop", "150"},

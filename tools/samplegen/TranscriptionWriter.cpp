@@ -79,21 +79,27 @@ void WriteTranscription(const Transcription& transcription, const std::string& p
 }
 
 void WritePositions(const KindSpec& kind, const PageLayout& layout, const PageGeometry& geometry,
-                    const Transcription& transcription, const std::string& path) {
-    std::string text = "# pitch " + std::to_string(kind.Pitch) + "\n# columns " +
+                    const Transcription& transcription, const std::string& path,
+                    const PageShape& shape) {
+    std::string text = "# pitch " + std::to_string(shape.Pitch(kind)) + "\n# columns " +
                        std::to_string(kind.Columns()) + "\n";
     for (int c = 1; c <= kind.Columns(); ++c) {
         const int top = layout.ColumnTops.at(static_cast<std::size_t>(c - 1));
-        text += "# column " + std::to_string(c) + " " +
-                Decimal(geometry.ScanPoint(layout.Places[static_cast<std::size_t>(top)]).x()) +
-                "\n";
+        text +=
+            "# column " + std::to_string(c) + " " +
+            Decimal(
+                shape.Map(geometry.ScanPoint(layout.Places[static_cast<std::size_t>(top)]), kind)
+                    .x()) +
+            "\n";
     }
-    text += "# scan " + kind.BaseName() + ".jpg " + std::to_string(geometry.ScanWidth()) + " " +
-            std::to_string(geometry.ScanHeight()) + "\n# rotation " +
-            Decimal(kind.RotationDegrees) + "\n";
+    text += "# scan " + kind.BaseName() + ".jpg " +
+            std::to_string(std::lround(geometry.ScanWidth() * shape.Scale)) + " " +
+            std::to_string(std::lround(geometry.ScanHeight() * shape.Scale)) + "\n# rotation " +
+            Decimal(kind.RotationDegrees) + "\n# below " +
+            std::to_string(std::lround(geometry.BelowBaseline() * shape.Scale)) + "\n";
     for (std::size_t r = 0; r < layout.Records.size(); ++r) {
         const Placement& place = layout.Places[r];
-        const QPointF point = geometry.ScanPoint(place);
+        const QPointF point = shape.Map(geometry.ScanPoint(place), kind);
         text += std::to_string(transcription.RecordLines[r]) + " " + std::to_string(place.Column) +
                 " " + Decimal(point.x()) + " " + Decimal(point.y()) + "\n";
     }

@@ -2,6 +2,7 @@
 // The files written beside a sample scan: the transcription a volunteer would have typed from
 // it, and the positions of its printed lines.
 #include "PageGeometry.h"
+#include "PageShape.h"
 
 #include <string>
 #include <vector>
@@ -20,7 +21,9 @@ void WriteTranscription(const Transcription& transcription, const std::string& p
 
 // "# pitch", "# columns" and "# column" lines, then "<line> <column> <x> <y>" per record in
 // scan pixels, x and y with two decimals.
+// The positions on the scan as shaped (PageShape: curved, keystoned, larger).
 void WritePositions(const KindSpec& kind, const PageLayout& layout, const PageGeometry& geometry,
-                    const Transcription& transcription, const std::string& path);
+                    const Transcription& transcription, const std::string& path,
+                    const PageShape& shape = {});
 
 } // namespace samplegen

@@ -1,0 +1,76 @@
+// Calibration by ENTER alone: once the printed lines of a clean generated page are found, ENTER
+// pressed once per column and once more lines the box up, and the stored column tops and
+// spacing agree with the page's truth.
+#include "SessionFormsTesting.h"
+
+#include "session/Form1.h"
+#include "view/ImageView.h"
+
+#include <QAction>
+#include <QTest>
+
+#include <cmath>
+
+namespace tv::test {
+namespace {
+
+class LineUpByEnter : public FormsTest, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(LineUpByEnter, EnterAloneStoresTheColumnTopsAndSpacingOfThePage) {
+    const SamplePage page = GeneratePage(GetParam(), Dir.Path());
+    OpenPage(page);
+    Session& s = S();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return s.Lines.Found.has_value(); }, 20000));
+    ASSERT_FALSE(s.Lines.Found->Empty());
+    // Nothing but ENTER: once for the first entry, once for the tenth, once per further column.
+    for (int press = 0; press <= s.Scan.NumColumns; ++press)
+        Press(Qt::Key_Return);
+    ASSERT_EQ(s.Calib.CalibrationStage, 0);
+    const ViewMetrics m = Window->View().Metrics();
+    const double twips = m.TwipsPerPixelY * m.Zoom; // per scan pixel
+    const double tolerance = page.Pitch / 4.0 * twips;
+    for (int c = 1; c <= s.Scan.NumColumns; ++c) {
+        const int first = page.FirstLineOfColumn(c);
+        EXPECT_EQ(s.Calib.ColumnTopLine[c], first) << "column " << c;
+        const SamplePage::Place& place = page.Places.at(first);
+        EXPECT_NEAR(s.Calib.ColumnTopY[c], place.Y * twips, tolerance) << "column " << c;
+        EXPECT_NEAR(s.Calib.ColumnTopX[c], place.X * twips, page.Pitch * twips) << "column " << c;
+    }
+    // The spacing down a column: the printed lines from the first entry to the tenth.
+    const double truePitch = page.Pitch * twips;
+    EXPECT_NEAR(s.Calib.LineIncrTop, truePitch, truePitch * 0.03);
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryKind, LineUpByEnter,
+                         ::testing::Values("births1843", "births1872", "births1872double",
+                                           "births1911", "births1965"));
+
+class LineUpMenu : public FormsTest {};
+
+TEST_F(LineUpMenu, TheScanMenuItemsAreTickedAtFirstAndUntickingThemStopsTheLiningUp) {
+    const SamplePage page = GeneratePage("births1911", Dir.Path());
+    OpenPage(page);
+    Session& s = S();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return s.Lines.Found.has_value(); }, 20000));
+    auto* lineUp = Find<QAction>("MenuLineUpAutomatically");
+    auto* follow = Find<QAction>("MenuFollowPrintedLines");
+    ASSERT_NE(lineUp, nullptr);
+    ASSERT_NE(follow, nullptr);
+    EXPECT_EQ(lineUp->text(), "Line Up Automatically");
+    EXPECT_EQ(follow->text(), "Follow Printed Lines");
+    EXPECT_TRUE(lineUp->isChecked());
+    EXPECT_TRUE(follow->isChecked());
+    lineUp->trigger();
+    follow->trigger();
+    EXPECT_FALSE(s.Lines.LineUpAutomatically);
+    EXPECT_FALSE(s.Lines.FollowPrintedLines);
+    EXPECT_FALSE(lineUp->isChecked());
+    Press(Qt::Key_Return);
+    // The tenth entry by the calibration's own estimate: no printed line was used.
+    EXPECT_EQ(s.Calib.CalibrationStage, 2);
+    EXPECT_FALSE(s.Lines.LinedUp.has_value());
+    EXPECT_TRUE(QTest::qWaitForWindowActive(Window));
+}
+
+} // namespace
+} // namespace tv::test
