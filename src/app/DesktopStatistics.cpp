@@ -5,6 +5,8 @@
 #include "help/HelpForm.h"
 #include "stats/Form3.h"
 
+#include <QWindow>
+
 namespace tv {
 
 Form3& DesktopForms::Statistics() {
