@@ -94,7 +94,9 @@ void CheckRoundTrip(const tv::GlobalSettings& g, const tv::ScanHistory& history,
     snapshot.Global = g;
     snapshot.VersionLabel = "Version 1.0.0";
     const tv::ScanHistoryEntry& first = history.Entries[1];
-    if (!first.Empty() && first.ImgFile.find('/') == std::string::npos) {
+    // A name holding a folder separator of either kind would be split at it, and name another
+    // scan.
+    if (!first.Empty() && first.ImgFile.find_first_of("/\\") == std::string::npos) {
         snapshot.GraphicsFile = "/scans/" + first.ImgFile;
         snapshot.TranscriptionFile = "/scans/page.QRL";
         snapshot.Current = first;
