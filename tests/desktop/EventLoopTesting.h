@@ -83,6 +83,11 @@ class ProgramTest : public FormsTest {
     void Click(QAbstractButton* button);
     // The user asked the program to end, or its last window closed: Qt was asked to quit.
     bool Ended() const { return quitRequests_ > 0; }
+    // The program ends, and no window of it is left on the screen.
+    void ExpectEndedWithNoWindowLeft() {
+        EXPECT_TRUE(WaitFor([this] { return Ended(); }));
+        EXPECT_TRUE(VisibleWindows().isEmpty());
+    }
     // The object names of the top-level windows on the screen, sorted.
     static QStringList VisibleWindows();
     // The window that holds the keyboard focus, and the focused control's object name.

@@ -103,8 +103,7 @@ TEST_F(ProgramFlow, TranscriptionWithoutAScanStaysInTheStatisticsScreenUntilExit
         ASSERT_TRUE(UserDone());
         StatisticsOnlyScreenStays();
         Click(Forms->Statistics().Command1());
-        EXPECT_TRUE(WaitFor([this] { return Ended(); }));
-        EXPECT_TRUE(VisibleWindows().isEmpty());
+        ExpectEndedWithNoWindowLeft();
     });
 }
 
@@ -147,8 +146,7 @@ TEST_F(ProgramFlow, ClosingTheStatisticsOnlyScreenByItsWindowEndsTheProgram) {
         ASSERT_TRUE(UserDone());
         StatisticsOnlyScreenStays();
         Forms->Statistics().close();
-        EXPECT_TRUE(WaitFor([this] { return Ended(); }));
-        EXPECT_TRUE(VisibleWindows().isEmpty());
+        ExpectEndedWithNoWindowLeft();
     });
 }
 
@@ -156,8 +154,7 @@ TEST_F(ProgramFlow, QuitEndsTheProgram) {
     StartProgram();
     RunProgram([&] {
         Click(Start().Quit);
-        EXPECT_TRUE(WaitFor([this] { return Ended(); }));
-        EXPECT_TRUE(VisibleWindows().isEmpty());
+        ExpectEndedWithNoWindowLeft();
     });
 }
 
@@ -171,8 +168,7 @@ TEST_F(ProgramFlow, CancellingTheTranscriptionChoiceQuits) {
         User.Chooses("");
         Click(Start().Stage2);
         ASSERT_TRUE(UserDone());
-        EXPECT_TRUE(WaitFor([this] { return Ended(); }));
-        EXPECT_TRUE(VisibleWindows().isEmpty());
+        ExpectEndedWithNoWindowLeft();
     });
 }
 
@@ -184,8 +180,7 @@ TEST_F(ProgramFlow, ClosingTheStartWindowBeforeStepThreeQuits) {
         Click(Start().Stage1);
         ASSERT_TRUE(UserDone());
         Start().close();
-        EXPECT_TRUE(WaitFor([this] { return Ended(); }));
-        EXPECT_TRUE(VisibleWindows().isEmpty());
+        ExpectEndedWithNoWindowLeft();
     });
 }
 
@@ -213,8 +208,7 @@ TEST_F(ProgramFlow, ClosingTheMainWindowEndsTheProgramAndClosesTheOthers) {
         Click(Window->findChild<QAbstractButton*>("ShowStats"));
         ASSERT_TRUE(WaitFor([] { return VisibleWindows().contains(StatsName); }));
         Window->close();
-        EXPECT_TRUE(WaitFor([this] { return Ended(); }));
-        EXPECT_TRUE(VisibleWindows().isEmpty());
+        ExpectEndedWithNoWindowLeft();
     });
 }
 
@@ -224,8 +218,7 @@ TEST_F(ProgramFlow, TheExitButtonEndsTheProgram) {
     RunProgram([&] {
         Verifying(page);
         Click(Window->findChild<QAbstractButton*>("ExitButton"));
-        EXPECT_TRUE(WaitFor([this] { return Ended(); }));
-        EXPECT_TRUE(VisibleWindows().isEmpty());
+        ExpectEndedWithNoWindowLeft();
     });
 }
 

@@ -174,8 +174,7 @@ TEST_F(ProgramQuestions, SuspectFileAnsweredCancelQuits) {
         User.Clicks(QMessageBox::Cancel, "Suspect file ");
         Click(Start().Stage1);
         ASSERT_TRUE(UserDone());
-        EXPECT_TRUE(WaitFor([this] { return Ended(); }));
-        EXPECT_TRUE(VisibleWindows().isEmpty());
+        ExpectEndedWithNoWindowLeft();
     });
 }
 
@@ -187,8 +186,7 @@ TEST_F(ProgramQuestions, AScanThatIsNoPictureIsReportedAndEndsTheProgram) {
         User.Clicks(QMessageBox::Ok, " is not a valid picture file");
         Click(Start().Stage1);
         ASSERT_TRUE(UserDone());
-        EXPECT_TRUE(WaitFor([this] { return Ended(); }));
-        EXPECT_TRUE(VisibleWindows().isEmpty());
+        ExpectEndedWithNoWindowLeft();
     });
 }
 
