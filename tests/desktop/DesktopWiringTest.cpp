@@ -2,6 +2,7 @@
 // configuration folder, the statistics screen on both of its paths, the help form, the About box
 // and the diagnostics panel.
 #include "DesktopTesting.h"
+#include "ScriptedUser.h"
 
 #include "core/Text.h"
 #include "help/AboutTallyview.h"
@@ -112,19 +113,6 @@ TEST_F(Wiring, StatisticsOnlyPathShowsTheScreenWithExitAndNoFlaggedRecords) {
     EXPECT_EQ(SettingsText().find("[Scan0]"), std::string::npos);
 }
 
-// Clicks the button of the message box once it is shown, as the user would.
-void AnswerMessageBox(QMessageBox::StandardButton button, QString* text) {
-    auto* poll = new QTimer;
-    QObject::connect(poll, &QTimer::timeout, [poll, button, text] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (box == nullptr || !box->isVisible()) return;
-        *text = box->text();
-        box->button(button)->click();
-        poll->deleteLater();
-    });
-    poll->start(10);
-}
-
 TEST_F(Wiring, AfterAPrintTheLastScreenOfAStatisticsOnlySessionKeepsTheFocus) {
     RealPrompts = true;
     Run();
@@ -136,10 +124,11 @@ TEST_F(Wiring, AfterAPrintTheLastScreenOfAStatisticsOnlySessionKeepsTheFocus) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&Stats()));
     const QString pdf = PathToQString((Dir.Path() / "report.pdf").string());
     Stats().SetPrinterSource([pdf] { return PdfPrinter(pdf); });
-    QString asked;
-    AnswerMessageBox(QMessageBox::Yes, &asked);
+    ScriptedUser user;
+    user.Clicks(QMessageBox::Yes);
     QTest::mouseClick(Stats().PrintB(), Qt::LeftButton);
-    EXPECT_EQ(asked, "Do you want a print of all the QRL records ?");
+    ASSERT_EQ(user.Answered.size(), 1U);
+    EXPECT_EQ(user.Answered[0].Text, "Do you want a print of all the QRL records ?");
     EXPECT_TRUE(QFile::exists(pdf));
     QTest::qWait(50);
     EXPECT_TRUE(Stats().isVisible());

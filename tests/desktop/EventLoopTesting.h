@@ -4,6 +4,7 @@
 // inside QApplication::exec as the program runs. A scripted user answers each modal dialog once
 // it is shown, by clicking its button, and the tests assert what the user sees: the windows on
 // the screen, where the keyboard focus is, and whether the program is still running.
+#include "ScriptedUser.h"
 #include "SessionFormsTesting.h"
 
 #include "app/DesktopApp.h"
@@ -24,45 +25,6 @@
 #include <string>
 
 namespace tv::test {
-
-// Answers the modal dialogs of the program in order, as a user clicks them: a timer looks for
-// the visible modal dialog and gives it the next reply. A dialog that comes with no reply left,
-// or of another kind than the reply expects, is a test failure and is closed with Escape.
-class ScriptedUser : public QObject {
-  public:
-    ScriptedUser();
-
-    // The next dialog is a message box whose text holds textPart: click button.
-    void Clicks(QMessageBox::StandardButton button, const std::string& textPart = "");
-    // The next dialog is a file dialog: type the whole path and press Open (or Save); "" presses
-    // Cancel.
-    void Chooses(const std::string& path);
-    // The next dialog is of another kind (the layout form): act on it.
-    void Handles(const std::function<void(QDialog&)>& action);
-    // The window the user works in, active again when a dialog over it has gone.
-    void WorksIn(QWidget* window) { lastActive_ = window; }
-    // Every reply was given.
-    bool Done() const { return replies_.empty(); }
-    // The texts of the message boxes answered, in order.
-    QStringList Seen;
-
-  private:
-    enum class Kind { MessageBox, FileDialog, Other };
-    struct Reply {
-        Kind Expected;
-        QMessageBox::StandardButton Button = QMessageBox::NoButton;
-        std::string Text;
-        std::function<void(QDialog&)> Action;
-    };
-    void Poll();
-    void Give(QDialog& dialog, const Reply& reply);
-
-    std::deque<Reply> replies_;
-    QTimer timer_;
-    bool busy_ = false;
-    QPointer<QWidget> lastActive_;
-    QPointer<QDialog> shown_;
-};
 
 class ProgramTest : public FormsTest {
   protected:

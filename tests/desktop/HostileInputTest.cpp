@@ -153,7 +153,7 @@ TEST_F(HostileInput, OneRecordDividesByZeroAtTheTenthEntry) {
 
 TEST_F(HostileInput, FileWithoutRecordsTheUserCarriesOnWithShowsNothingAndDividesByZero) {
     Rewrite(HeaderAndRecords(0));
-    Boxes.Answers = {QMessageBox::Ok}; // carry on with the suspect file
+    Boxes.Clicks(QMessageBox::Ok); // carry on with the suspect file
     OpenTheWindow();
     ASSERT_EQ(Boxes.Answered.size(), 1U) << Boxes.Texts();
     EXPECT_NE(Boxes.Answered[0].Text.find("Could not find any transcribed"), std::string::npos);
@@ -168,7 +168,8 @@ TEST_F(HostileInput, ReloadOfAnEmptiedFileShowsNoRecordOfTheOldTable) {
     Calibrate(Page);
     ASSERT_FALSE(NameBoxText().empty());
     Rewrite("");
-    Boxes.Answers = {QMessageBox::Ok, QMessageBox::Ok}; // carry on with the suspect file
+    Boxes.Clicks(QMessageBox::Ok);
+    Boxes.Clicks(QMessageBox::Ok); // carry on with the suspect file
     Press(Qt::Key_R);
     ASSERT_EQ(Boxes.Answered.size(), 3U) << Boxes.Texts();
     EXPECT_NE(Boxes.Answered[0].Text.find("Could not find any transcribed"), std::string::npos);

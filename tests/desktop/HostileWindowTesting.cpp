@@ -11,45 +11,6 @@
 
 namespace tv::test {
 
-MessageBoxAnswerer::MessageBoxAnswerer() {
-    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { Poll(); });
-    timer_.start(20);
-}
-
-void MessageBoxAnswerer::Poll() {
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-        auto* box = qobject_cast<QMessageBox*>(window);
-        if (box == nullptr || !box->isVisible()) continue;
-        QMessageBox::StandardButton answer = QMessageBox::Ok;
-        if (!Answers.empty()) {
-            answer = Answers.front();
-            Answers.pop_front();
-        } else if (box->defaultButton() != nullptr) {
-            answer = box->standardButton(box->defaultButton());
-        }
-        QAbstractButton* button = box->button(answer);
-        if (button == nullptr) {
-            ADD_FAILURE() << "no such button in the box: " << box->text().toStdString();
-            button = box->buttons().value(0);
-        }
-        Answered.push_back({box->windowTitle().toStdString(), box->text().toStdString(),
-                            box->standardButton(button)});
-        button->click();
-        return;
-    }
-}
-
-bool MessageBoxAnswerer::WaitForAnswered(std::size_t count, int timeoutMs) const {
-    return QTest::qWaitFor([this, count] { return Answered.size() >= count; }, timeoutMs);
-}
-
-std::string MessageBoxAnswerer::Texts() const {
-    std::string texts;
-    for (const AnsweredBox& box : Answered)
-        texts += box.Text + "\n";
-    return texts;
-}
-
 DesktopForms& HostileWindowTest::RunWithRealBoxes(const std::string& scan,
                                                   const std::string& transcription) {
     EndRun();

@@ -1,42 +1,14 @@
 #pragma once
-// The windowed program with its real message boxes, answered as the user answers them: a timer
-// finds the visible box, keeps its text and clicks one of its buttons.
+// The windowed program with its real message boxes, answered as the user answers them: the
+// scripted user gives its replies, then presses each box's default button, and keeps every text.
 #include "DesktopTesting.h"
+#include "ScriptedUser.h"
 
 #include <QMessageBox>
-#include <QTimer>
 
-#include <deque>
 #include <string>
-#include <vector>
 
 namespace tv::test {
-
-// A box the user answered: its title, its text (lines broken by LF) and the button clicked.
-struct AnsweredBox {
-    std::string Title;
-    std::string Text;
-    QMessageBox::StandardButton Clicked = QMessageBox::NoButton;
-};
-
-class MessageBoxAnswerer {
-  public:
-    MessageBoxAnswerer();
-
-    // The next boxes are answered with these in turn; a box after them with its default button,
-    // or OK.
-    std::deque<QMessageBox::StandardButton> Answers;
-    std::vector<AnsweredBox> Answered;
-
-    // Waits until count boxes in all have been answered; false after timeoutMs.
-    bool WaitForAnswered(std::size_t count, int timeoutMs = 10000) const;
-    // The texts of the boxes answered, one to a line, for a failure's message.
-    std::string Texts() const;
-
-  private:
-    void Poll();
-    QTimer timer_;
-};
 
 class HostileWindowTest : public DesktopTest {
   protected:
@@ -51,7 +23,10 @@ class HostileWindowTest : public DesktopTest {
     // The last visible record box's name line, as the user reads it.
     std::string NameBoxText() const;
 
-    MessageBoxAnswerer Boxes;
+    // Answers the boxes it is told to, then every other box with its default button.
+    ScriptedUser Boxes;
+
+    HostileWindowTest() { Boxes.AnswersTheRestByDefault(); }
 };
 
 } // namespace tv::test

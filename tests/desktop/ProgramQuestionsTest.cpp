@@ -110,7 +110,7 @@ TEST_F(ProgramQuestions, PrintAnsweredCancelPrintsNothing) {
     StartProgram();
     RunProgram([&] {
         EXPECT_EQ(Print(QMessageBox::Cancel), "");
-        EXPECT_EQ(User.Seen.size(), 1);
+        EXPECT_EQ(User.Answered.size(), 1U);
     });
 }
 
