@@ -8,6 +8,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QTest>
+#include <QThread>
 
 #include <algorithm>
 
@@ -56,10 +57,13 @@ DesktopForms& ProgramTest::StartProgram(const std::string& scan, const std::stri
 
 void ProgramTest::RunProgram(const std::function<void()>& user) {
     // The user starts once no dialog of the start is waiting, so that the dialog's own event loop
-    // is not held up under the user's actions.
+    // is not held up under the user's actions: no dialog is shown, and the program's own loop
+    // runs, not a dialog's that has been answered but not yet left (on a slow machine the next
+    // look comes before the dialog's loop ends).
     std::function<void()> start;
     start = [this, &user, &start] {
-        if (QApplication::activeModalWidget() != nullptr) {
+        if (QApplication::activeModalWidget() != nullptr ||
+            QThread::currentThread()->loopLevel() > 1) {
             QTimer::singleShot(PollMs, QCoreApplication::instance(), start);
             return;
         }
