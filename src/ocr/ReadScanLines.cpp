@@ -1,0 +1,233 @@
+#include "ocr/ReadScanLines.h"
+
+#include "core/Text.h"
+
+#include <tesseract/baseapi.h>
+#include <tesseract/resultiterator.h>
+
+#include <leptonica/allheaders.h>
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+namespace tv {
+
+namespace {
+
+// The letters, digits and marks printed on index pages: names with their accents, districts,
+// volumes in Roman or Arabic numerals with a letter, page numbers, and the dash, full stop,
+// comma, apostrophe and brackets around them. Nothing else is ever printed there, and a narrow
+// set keeps the reader from taking a speck for a symbol.
+constexpr const char* Whitelist =
+    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789"
+    " -.,'()&"
+    "\xC3\x80\xC3\x81\xC3\x82\xC3\x84\xC3\x87\xC3\x88\xC3\x89\xC3\x8A\xC3\x8B\xC3\x8E\xC3\x8F"
+    "\xC3\x94\xC3\x96\xC3\x99\xC3\x9B\xC3\x9C"
+    "\xC3\xA0\xC3\xA1\xC3\xA2\xC3\xA4\xC3\xA7\xC3\xA8\xC3\xA9\xC3\xAA\xC3\xAB\xC3\xAE\xC3\xAF"
+    "\xC3\xB4\xC3\xB6\xC3\xB9\xC3\xBB\xC3\xBC";
+
+// The line pitch the reader gets: text of about 30 pixels a line reads as well as larger text
+// and costs less.
+constexpr double ReadPitch = 48.0;
+
+// Where a line's text lies about its baseline, in pitches: capitals and ascenders above, the
+// tails of g, p and y below, and no more of the neighbouring lines than can be helped.
+constexpr double AboveBaseline = 0.80;
+constexpr double BelowBaseline = 0.30;
+
+struct LineTask {
+    int Column = 0;
+    int Index = 0;
+    double Left = 0.0;     // image x where the strip starts
+    double Baseline = 0.0; // image y of the baseline at Left
+    double Slope = 0.0;    // dy/dx of the baseline
+    double Width = 0.0;    // image pixels along the line
+};
+
+// The baselines' slope in a column: its lines all start at the column's left edge, so the left
+// ends drift sideways as the page is turned (dX/dY = -tan of the angle).
+double ColumnSlope(const FoundColumn& column) {
+    const std::size_t n = column.Lines.size();
+    if (n < 3) return 0.0;
+    double sy = 0.0;
+    double sx = 0.0;
+    for (const FoundLine& l : column.Lines) {
+        sy += l.Y;
+        sx += l.X;
+    }
+    const double my = sy / static_cast<double>(n);
+    const double mx = sx / static_cast<double>(n);
+    double syy = 0.0;
+    double sxy = 0.0;
+    for (const FoundLine& l : column.Lines) {
+        syy += (l.Y - my) * (l.Y - my);
+        sxy += (l.Y - my) * (l.X - mx);
+    }
+    if (syy <= 0.0) return 0.0;
+    const double slope = -sxy / syy;
+    return std::clamp(slope, -0.06, 0.06); // beyond about 3.5 degrees the finder has turned it
+}
+
+std::vector<LineTask> Tasks(const PrintedLines& lines) {
+    std::vector<LineTask> tasks;
+    for (std::size_t c = 0; c < lines.Columns.size(); ++c) {
+        const FoundColumn& column = lines.Columns[c];
+        const double slope = ColumnSlope(column);
+        for (std::size_t i = 0; i < column.Lines.size(); ++i) {
+            LineTask t;
+            t.Column = static_cast<int>(c);
+            t.Index = static_cast<int>(i);
+            const double margin = 0.4 * lines.Pitch;
+            t.Left = column.Lines[i].X - margin;
+            t.Baseline = column.Lines[i].Y - margin * slope;
+            t.Slope = slope;
+            // On the right only a little: the next column starts close by.
+            t.Width = column.Right - column.Left + 1.2 * margin;
+            tasks.push_back(t);
+        }
+    }
+    return tasks;
+}
+
+// The strip of one line, straightened along its baseline and scaled to ReadPitch, as an 8-bit
+// Leptonica image (bilinear sampling; white outside the scan).
+Pix* Strip(const GreyImage& scan, const LineTask& t, double pitch, double& scale) {
+    scale = std::min(1.0, ReadPitch / pitch);
+    const double step = 1.0 / scale;
+    const int w = std::max(8, static_cast<int>(t.Width * scale));
+    const int h = std::max(8, static_cast<int>((AboveBaseline + BelowBaseline) * pitch * scale));
+    Pix* pix = pixCreate(w, h, 8);
+    const l_int32 wpl = pixGetWpl(pix);
+    l_uint32* data = pixGetData(pix);
+    const double top = -AboveBaseline * pitch;
+    for (int v = 0; v < h; ++v) {
+        l_uint32* row = data + static_cast<std::ptrdiff_t>(v) * wpl;
+        for (int u = 0; u < w; ++u) {
+            const double dx = u * step;
+            const double x = t.Left + dx;
+            const double y = t.Baseline + dx * t.Slope + top + v * step;
+            const int x0 = static_cast<int>(std::floor(x));
+            const int y0 = static_cast<int>(std::floor(y));
+            int value = 255;
+            if (x0 >= 0 && y0 >= 0 && x0 + 1 < scan.Width && y0 + 1 < scan.Height) {
+                const double fx = x - x0;
+                const double fy = y - y0;
+                const uint8_t* p = scan.Pixels + static_cast<std::ptrdiff_t>(y0) * scan.Stride + x0;
+                const uint8_t* q = p + scan.Stride;
+                const double a = p[0] + fx * (p[1] - p[0]);
+                const double b = q[0] + fx * (q[1] - q[0]);
+                value = static_cast<int>(a + fy * (b - a) + 0.5);
+            }
+            SET_DATA_BYTE(row, u, value);
+        }
+    }
+    return pix;
+}
+
+std::unique_ptr<tesseract::TessBaseAPI> StartReader() {
+    auto api = std::make_unique<tesseract::TessBaseAPI>();
+    // Names and districts are not dictionary words: the word lists would only pull a reading
+    // towards English.
+    const char* names[] = {"load_system_dawg", "load_freq_dawg"};
+    const char* values[] = {"0", "0"};
+    std::vector<std::string> nameList(names, names + 2);
+    std::vector<std::string> valueList(values, values + 2);
+    if (api->Init(nullptr, "eng", tesseract::OEM_LSTM_ONLY, nullptr, 0, &nameList, &valueList,
+                  false) != 0)
+        return nullptr;
+    api->SetPageSegMode(tesseract::PSM_SINGLE_LINE);
+    api->SetVariable("tessedit_char_whitelist", Whitelist);
+    api->SetVariable("user_defined_dpi", "300");
+    api->SetVariable("tessedit_do_invert", "0");
+    api->SetVariable("debug_file", "/dev/null");
+    return api;
+}
+
+ReadLine ReadOne(tesseract::TessBaseAPI& api, const GreyImage& scan, const LineTask& t,
+                 double pitch) {
+    double scale = 1.0;
+    Pix* pix = Strip(scan, t, pitch, scale);
+    api.SetImage(pix);
+    ReadLine line;
+    line.Column = t.Column;
+    line.Index = t.Index;
+    if (api.Recognize(nullptr) == 0) {
+        std::unique_ptr<tesseract::ResultIterator> it(api.GetIterator());
+        if (it) {
+            do {
+                std::unique_ptr<char[]> text(it->GetUTF8Text(tesseract::RIL_WORD));
+                if (!text) continue;
+                int l = 0;
+                int tp = 0;
+                int r = 0;
+                int b = 0;
+                it->BoundingBox(tesseract::RIL_WORD, &l, &tp, &r, &b);
+                ReadWord word;
+                word.Text = Utf8ToCp1252(text.get());
+                const double top = -AboveBaseline * pitch;
+                word.Left = t.Left + l / scale;
+                word.Right = t.Left + r / scale;
+                word.Top = t.Baseline + (l / scale) * t.Slope + top + tp / scale;
+                word.Bottom = t.Baseline + (l / scale) * t.Slope + top + b / scale;
+                word.Confidence = it->Confidence(tesseract::RIL_WORD);
+                if (!word.Text.empty()) line.Words.push_back(std::move(word));
+            } while (it->Next(tesseract::RIL_WORD));
+        }
+    }
+    api.Clear();
+    pixDestroy(&pix);
+    return line;
+}
+
+} // namespace
+
+ScanReading ReadScanLines(const GreyImage& scan, const PrintedLines& lines,
+                          const ReadOptions& options) {
+    ScanReading reading;
+    reading.ImageWidth = scan.Width;
+    reading.ImageHeight = scan.Height;
+    if (lines.Empty() || scan.Pixels == nullptr) return reading;
+    const std::vector<LineTask> tasks = Tasks(lines);
+    std::vector<ReadLine> read(tasks.size());
+    std::vector<char> done(tasks.size(), 0);
+    std::atomic<std::size_t> next{0};
+    std::atomic<std::size_t> finished{0};
+    std::mutex progressLock;
+    int lastPercent = -1;
+    auto work = [&] {
+        std::unique_ptr<tesseract::TessBaseAPI> api = StartReader();
+        if (!api) return;
+        for (;;) {
+            if (options.Cancelled && options.Cancelled->load()) break;
+            const std::size_t k = next.fetch_add(1);
+            if (k >= tasks.size()) break;
+            read[k] = ReadOne(*api, scan, tasks[k], lines.Pitch);
+            done[k] = 1;
+            const std::size_t count = finished.fetch_add(1) + 1;
+            if (options.Progress) {
+                const int percent = static_cast<int>(100 * count / tasks.size());
+                std::lock_guard<std::mutex> hold(progressLock);
+                if (percent != lastPercent) {
+                    lastPercent = percent;
+                    options.Progress(percent);
+                }
+            }
+        }
+        api->End();
+    };
+    const int threads = std::clamp(options.Threads, 1, 16);
+    std::vector<std::thread> pool;
+    for (int i = 1; i < threads; ++i)
+        pool.emplace_back(work);
+    work();
+    for (std::thread& t : pool)
+        t.join();
+    for (std::size_t k = 0; k < tasks.size(); ++k)
+        if (done[k]) reading.Lines.push_back(std::move(read[k]));
+    return reading;
+}
+
+} // namespace tv
