@@ -31,7 +31,7 @@ constexpr const char* Whitelist =
 
 // The line pitch the reader gets: text of about 30 pixels a line reads as well as larger text
 // and costs less.
-constexpr double ReadPitch = 48.0;
+constexpr double ReadPitch = 66.0;
 
 // Where a line's text lies about its baseline, in pitches: capitals and ascenders above, the
 // tails of g, p and y below, and no more of the neighbouring lines than can be helped.
@@ -95,7 +95,7 @@ std::vector<LineTask> Tasks(const PrintedLines& lines) {
 // The strip of one line, straightened along its baseline and scaled to ReadPitch, as an 8-bit
 // Leptonica image (bilinear sampling; white outside the scan).
 Pix* Strip(const GreyImage& scan, const LineTask& t, double pitch, double& scale) {
-    scale = std::min(1.0, ReadPitch / pitch);
+    scale = ReadPitch / pitch;
     const double step = 1.0 / scale;
     const int w = std::max(8, static_cast<int>(t.Width * scale));
     const int h = std::max(8, static_cast<int>((AboveBaseline + BelowBaseline) * pitch * scale));

@@ -23,6 +23,9 @@ constexpr float DoubtfulBelow = 75.0F;
 constexpr double PassLine = 0.45;
 constexpr double PassRecord = 0.6;
 constexpr double SecondLine = 0.1; // an entry carried over two printed lines
+// A line that shares less than this with a record is not its line, whatever the order says:
+// a record left without a line takes one only where the order leaves exactly one for it.
+constexpr double MostUnlike = 0.55;
 
 class SilentPrompts : public Prompts {
   public:
@@ -43,13 +46,24 @@ struct RecordText {
 
 struct LineText {
     const ReadLine* Line = nullptr;
-    std::string Whole; // folded
+    std::string Whole;    // folded
+    bool Heading = false; // a surname on a line of its own
 };
 
 // One printed entry as read: the words of one or two lines.
 struct ReadEntry {
     std::vector<const ReadWord*> Words;
 };
+
+// A line that holds nothing but a surname: the heading of the entries below it in the layouts
+// that print surnames on lines of their own.
+bool SurnameOnly(const ReadLine& line) {
+    if (line.Words.empty() || line.Words.size() > 2) return false;
+    std::string folded;
+    for (const ReadWord& w : line.Words)
+        folded += Folded(w.Text);
+    return folded.size() >= 2;
+}
 
 std::vector<RecordText> Records(const RecordTable& table, const ScanType& scan) {
     SilentPrompts silent;
@@ -107,13 +121,15 @@ std::vector<std::pair<int, int>> MatchLines(const std::vector<RecordText>& recor
             };
             if (j < nl) relax(i, j + 1, lines[j].Whole.empty() ? 0.0 : PassLine, SkipLine);
             if (i < nr) relax(i + 1, j, PassRecord, SkipRecord);
-            if (i < nr && j < nl && !lines[j].Whole.empty())
-                relax(i + 1, j + 1, Unlikeness(records[i], lines[j].Whole), One);
+            if (i < nr && j < nl && !lines[j].Whole.empty()) {
+                const double c = Unlikeness(records[i], lines[j].Whole);
+                if (c <= MostUnlike) relax(i + 1, j + 1, c, One);
+            }
             if (i < nr && records[i].Long && j + 1 < nl && !lines[j].Whole.empty() &&
-                !lines[j + 1].Whole.empty())
-                relax(i + 1, j + 2,
-                      Unlikeness(records[i], lines[j].Whole + lines[j + 1].Whole) + SecondLine,
-                      Two);
+                !lines[j + 1].Whole.empty()) {
+                const double c = Unlikeness(records[i], lines[j].Whole + lines[j + 1].Whole);
+                if (c <= MostUnlike) relax(i + 1, j + 2, c + SecondLine, Two);
+            }
         }
     }
     std::vector<std::pair<int, int>> matched(nr, {-1, -1});
@@ -140,6 +156,25 @@ std::vector<std::pair<int, int>> MatchLines(const std::vector<RecordText>& recor
         default:
             return matched;
         }
+    }
+    // A single record left out between two matched ones, where a single line with words is left
+    // between their lines (not a surname alone where surnames have lines of their own): that
+    // line is its line, however unlike (the record was typed from another line, say).
+    for (std::size_t r = 0; r < nr; ++r) {
+        if (matched[r].first >= 0) continue;
+        const int before = r == 0 ? -1 : std::max(matched[r - 1].first, matched[r - 1].second);
+        if (r > 0 && before < 0) continue;
+        const int after = r + 1 < nr ? matched[r + 1].first : static_cast<int>(nl);
+        if (after < 0) continue;
+        int free = -1;
+        int count = 0;
+        for (int k = before + 1; k < after; ++k)
+            if (!lines[static_cast<std::size_t>(k)].Whole.empty() &&
+                !lines[static_cast<std::size_t>(k)].Heading) {
+                free = k;
+                ++count;
+            }
+        if (count == 1) matched[r] = {free, -1};
     }
     return matched;
 }
@@ -300,16 +335,6 @@ std::vector<FieldReading> ReadFields(const RecordText& record, const ReadEntry& 
     return fields;
 }
 
-// A line that holds nothing but a surname: the heading of the entries below it in the layouts
-// that print surnames on lines of their own.
-bool SurnameOnly(const ReadLine& line) {
-    if (line.Words.empty() || line.Words.size() > 2) return false;
-    std::string folded;
-    for (const ReadWord& w : line.Words)
-        folded += Folded(w.Text);
-    return folded.size() >= 2;
-}
-
 } // namespace
 
 std::vector<Disagreement> FindDisagreements(const RecordTable& table, const ScanType& scan,
@@ -324,6 +349,7 @@ std::vector<Disagreement> FindDisagreements(const RecordTable& table, const Scan
         l.Line = &line;
         for (const ReadWord& w : line.Words)
             l.Whole += Folded(w.Text);
+        l.Heading = scan.SurnameOwnLine && SurnameOnly(line);
         read.push_back(std::move(l));
     }
     const std::vector<std::pair<int, int>> matched = MatchLines(records, read);
@@ -339,8 +365,8 @@ std::vector<Disagreement> FindDisagreements(const RecordTable& table, const Scan
         if (first < 0) continue;
         if (scan.SurnameOwnLine)
             for (int k = previousLine + 1; k < first; ++k) {
+                if (!read[static_cast<std::size_t>(k)].Heading) continue;
                 const ReadLine& between = *read[static_cast<std::size_t>(k)].Line;
-                if (!SurnameOnly(between)) continue;
                 surname.clear();
                 surnameConfidence = 100.0F;
                 for (const ReadWord& w : between.Words) {
