@@ -42,12 +42,15 @@ struct RecordText {
     std::string Whole;               // folded, all fields
     std::string WithoutSurname;      // folded, fields 2 on
     bool Long = false;               // printed over two lines
+    std::vector<int> WholePairs;
+    std::vector<int> WithoutSurnamePairs;
 };
 
 struct LineText {
     const ReadLine* Line = nullptr;
     std::string Whole;    // folded
     bool Heading = false; // a surname on a line of its own
+    std::vector<int> WholePairs;
 };
 
 // One printed entry as read: the words of one or two lines.
@@ -87,13 +90,15 @@ std::vector<RecordText> Records(const RecordTable& table, const ScanType& scan) 
         r.Long = static_cast<int>(table.Forenames[line].size()) >= scan.LongForenamesLen ||
                  (table.HasExtraField &&
                   static_cast<int>(table.ExtraField[line].size()) >= scan.LongExtraLen);
+        r.WholePairs = Pairs(r.Whole);
+        r.WithoutSurnamePairs = Pairs(r.WithoutSurname);
         records.push_back(std::move(r));
     }
     return records;
 }
 
-double Unlikeness(const RecordText& r, const std::string& read) {
-    return 1.0 - std::max(Likeness(r.Whole, read), Likeness(r.WithoutSurname, read));
+double Unlikeness(const RecordText& r, const std::vector<int>& read) {
+    return 1.0 - std::max(Likeness(r.WholePairs, read), Likeness(r.WithoutSurnamePairs, read));
 }
 
 // Each record's read lines (-1: none), by the cheapest order-keeping pairing of records with
@@ -122,12 +127,12 @@ std::vector<std::pair<int, int>> MatchLines(const std::vector<RecordText>& recor
             if (j < nl) relax(i, j + 1, lines[j].Whole.empty() ? 0.0 : PassLine, SkipLine);
             if (i < nr) relax(i + 1, j, PassRecord, SkipRecord);
             if (i < nr && j < nl && !lines[j].Whole.empty()) {
-                const double c = Unlikeness(records[i], lines[j].Whole);
+                const double c = Unlikeness(records[i], lines[j].WholePairs);
                 if (c <= MostUnlike) relax(i + 1, j + 1, c, One);
             }
             if (i < nr && records[i].Long && j + 1 < nl && !lines[j].Whole.empty() &&
                 !lines[j + 1].Whole.empty()) {
-                const double c = Unlikeness(records[i], lines[j].Whole + lines[j + 1].Whole);
+                const double c = Unlikeness(records[i], Pairs(lines[j].Whole + lines[j + 1].Whole));
                 if (c <= MostUnlike) relax(i + 1, j + 2, c + SecondLine, Two);
             }
         }
@@ -316,6 +321,7 @@ std::vector<Disagreement> FindDisagreements(const RecordTable& table, const Scan
         for (const ReadWord& w : line.Words)
             l.Whole += Folded(w.Text);
         l.Heading = scan.SurnameOwnLine && SurnameOnly(line);
+        l.WholePairs = Pairs(l.Whole);
         read.push_back(std::move(l));
     }
     const std::vector<std::pair<int, int>> matched = MatchLines(records, read);

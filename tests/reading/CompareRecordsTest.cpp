@@ -256,6 +256,15 @@ TEST(ReadText, FoldsTheShapesAReaderConfuses) {
     EXPECT_NE(Folded("SMITH"), Folded("SMYTH"));
 }
 
+TEST(ReadText, LikenessCountsTheSharedPairsOfCharacters) {
+    EXPECT_DOUBLE_EQ(Likeness("SMITH", "SMITH"), 1.0);
+    EXPECT_DOUBLE_EQ(Likeness("ABC", "XYZ"), 0.0);
+    // SM MI IT TH against SM MY YT TH: two of four shared.
+    EXPECT_DOUBLE_EQ(Likeness("SMITH", "SMYTH"), 0.5);
+    EXPECT_DOUBLE_EQ(Likeness(Pairs("SMITH"), Pairs("SMYTH")), 0.5);
+    EXPECT_DOUBLE_EQ(Likeness(Pairs("S"), Pairs("S")), 0.0);
+}
+
 } // namespace
 
 } // namespace tv
