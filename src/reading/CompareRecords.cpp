@@ -4,6 +4,7 @@
 #include "transcription/SplitFields.h"
 
 #include <algorithm>
+#include <cctype>
 #include <limits>
 #include <map>
 
@@ -306,6 +307,36 @@ Surname SurnameOnLine(const PrintedLines& lines, const ReadLine& line) {
     return Surname::Either;
 }
 
+// The index prints forenames with a capital to each name in every period, where surnames stand
+// in capitals in some periods and not in others: a forename typed with a small first letter
+// where the print has a capital (or the other way) differs, when the letter's two forms do not
+// look alike (c, k, o, p, s, u, v, w, x, z read either way).
+bool CapitalsDiffer(const std::string& typed, const std::string& read) {
+    auto initials = [](const std::string& text) {
+        std::vector<char> first;
+        bool start = true;
+        for (const char c : text) {
+            const bool letter = std::isalpha(static_cast<unsigned char>(c)) != 0;
+            if (letter && start) first.push_back(c);
+            start = c == ' ' || c == '-';
+        }
+        return first;
+    };
+    const std::vector<char> a = initials(typed);
+    const std::vector<char> b = initials(read);
+    if (a.size() != b.size()) return false;
+    static const std::string alike = "ckopsuvwxz";
+    for (std::size_t k = 0; k < a.size(); ++k) {
+        const char lower = static_cast<char>(std::tolower(static_cast<unsigned char>(a[k])));
+        if (alike.find(lower) != std::string::npos) continue;
+        if (lower != std::tolower(static_cast<unsigned char>(b[k]))) continue;
+        if ((std::isupper(static_cast<unsigned char>(a[k])) != 0) !=
+            (std::isupper(static_cast<unsigned char>(b[k])) != 0))
+            return true;
+    }
+    return false;
+}
+
 } // namespace
 
 std::vector<Disagreement> FindDisagreements(const RecordTable& table, const ScanType& scan,
@@ -379,7 +410,9 @@ std::vector<Disagreement> FindDisagreements(const RecordTable& table, const Scan
                 surnameConfidence = fr.Confidence;
             }
             if (!fr.Printed || fr.Confidence < DoubtfulBelow) continue;
-            if (Folded(fr.Read) == Folded(transcribed)) continue;
+            if (Folded(fr.Read) == Folded(transcribed) &&
+                !(f == 1 && CapitalsDiffer(transcribed, fr.Read)))
+                continue;
             found.push_back({record.Line, static_cast<int>(f + 1), transcribed, fr.Read});
         }
     }
