@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <memory>
 #include <mutex>
 #include <thread>
@@ -232,10 +233,35 @@ std::unique_ptr<tesseract::TessBaseAPI> StartReader() {
     return api;
 }
 
+// Whether the paper of the scan is grainy: the mean step between neighbouring pixels of paper
+// (light pixels), over a sparse grid. A clean scan's paper steps by a few grey levels; a worn
+// one's by a dozen or more, and the reader then takes the grain for marks unless the strip is
+// smoothed first (which on clean print only blurs it).
+bool Grainy(const GreyImage& scan) {
+    constexpr int Paper = 170;
+    long steps = 0;
+    long count = 0;
+    const int every = std::max(3, std::min(scan.Width, scan.Height) / 200);
+    for (int y = every; y + 1 < scan.Height; y += every)
+        for (int x = every; x + 1 < scan.Width; x += every) {
+            const int a = PixelAt(scan, x, y);
+            const int b = PixelAt(scan, x + 1, y);
+            if (a < Paper || b < Paper) continue;
+            steps += std::abs(a - b);
+            ++count;
+        }
+    return count > 0 && 10 * steps > 90 * count; // a mean step above 9 grey levels
+}
+
 ReadLine ReadOne(tesseract::TessBaseAPI& api, const GreyImage& scan, const LineTask& t,
-                 double pitch) {
+                 double pitch, bool grainy) {
     double scale = 1.0;
     Pix* pix = Strip(scan, t, pitch, scale);
+    if (grainy) {
+        Pix* smooth = pixBlockconv(pix, 1, 1); // the mean of each 3 x 3
+        pixDestroy(&pix);
+        pix = smooth;
+    }
     api.SetImage(pix);
     ReadLine line;
     line.Column = t.Column;
@@ -279,6 +305,7 @@ ScanReading ReadScanLines(const GreyImage& scan, const PrintedLines& lines,
     reading.ImageHeight = scan.Height;
     if (lines.Empty() || scan.Pixels == nullptr) return reading;
     const std::vector<LineTask> tasks = Tasks(scan, lines);
+    const bool grainy = Grainy(scan);
     std::vector<ReadLine> read(tasks.size());
     std::vector<char> done(tasks.size(), 0);
     std::atomic<std::size_t> next{0};
@@ -292,7 +319,7 @@ ScanReading ReadScanLines(const GreyImage& scan, const PrintedLines& lines,
             if (options.Cancelled && options.Cancelled->load()) break;
             const std::size_t k = next.fetch_add(1);
             if (k >= tasks.size()) break;
-            read[k] = ReadOne(*api, scan, tasks[k], lines.Pitch);
+            read[k] = ReadOne(*api, scan, tasks[k], lines.Pitch, grainy);
             done[k] = 1;
             const std::size_t count = finished.fetch_add(1) + 1;
             if (options.Progress) {
