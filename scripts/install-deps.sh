@@ -8,7 +8,7 @@ PACKAGES=(
   libgtest-dev libgmock-dev libbenchmark-dev libtiff-dev time
   clang-format clang-tidy clang libclang-rt-14-dev llvm-14
   qt6-base-dev qt6-base-dev-tools qt6-image-formats-plugins libgl-dev
-  fonts-liberation libleptonica-dev
+  fonts-liberation libleptonica-dev libtesseract-dev tesseract-ocr-eng
   xvfb xauth imagemagick poppler-utils xdotool
   desktop-file-utils appstream shared-mime-info dpkg-dev file man-db
   libqt6svg6 debhelper lintian debootstrap devscripts

@@ -1,6 +1,7 @@
 #include "app/CommandLine.h"
 
 #include "app/CheckCommand.h"
+#include "app/CompareCommand.h"
 #include "app/DesktopApp.h"
 #include "app/LocateCommand.h"
 #include "core/QtPlatform.h"
@@ -86,6 +87,12 @@ void DescribeOptions(QCommandLineParser& parser) {
                       "printed lines of IMAGE and writes for each record of TRANSCRIPTION its "
                       "table line number and where the box lines up on it (X and Y in the "
                       "scan's pixels, or - when it cannot place the record)."});
+    parser.addOption({"compare",
+                      "tallyview --compare IMAGE TRANSCRIPTION: without a window, reads the "
+                      "printed lines of IMAGE and writes each field of TRANSCRIPTION that "
+                      "disagrees with them: table line number, field number, transcribed text "
+                      "and the scan's reading, separated by tabs. Exit status 1 when any "
+                      "disagrees."});
     for (const char* name : QtValueOptions)
         parser.addOption(Hidden(name, true));
     for (const char* name : QtFlagOptions)
@@ -159,6 +166,16 @@ int RunLocateCommand(char* program, const std::vector<std::string>& args) {
     return RunLocate(args, std::cout, std::cerr);
 }
 
+// As --locate: the scan decoded by Qt's image readers without a display.
+int RunCompareCommand(char* program, const std::vector<std::string>& args) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(QtMessagesForTheCheck);
+    int qtArgc = 1;
+    char* qtArgv[] = {program, nullptr};
+    QGuiApplication app(qtArgc, qtArgv);
+    return RunCompare(args, std::cout, std::cerr);
+}
+
 // The windowed program's command line is read before any window exists, so that --help,
 // --version and a wrong command line need no display.
 int RunDesktopCommand(int argc, char** argv) {
@@ -201,6 +218,11 @@ int RunCommandLine(int argc, char** argv) {
     if (check == optionsEnd && locate != optionsEnd) {
         args.erase(locate);
         return RunLocateCommand(argv[0], args);
+    }
+    const auto compare = std::find(args.begin(), optionsEnd, "--compare");
+    if (check == optionsEnd && compare != optionsEnd) {
+        args.erase(compare);
+        return RunCompareCommand(argv[0], args);
     }
     if (check == optionsEnd) return RunDesktopCommand(argc, argv);
     args.erase(check);

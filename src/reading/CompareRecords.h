@@ -14,7 +14,6 @@ namespace tv {
 // reported. lines and reading are of the same scan (reading may be partial: only the records
 // matched to lines read so far are compared).
 std::vector<Disagreement> FindDisagreements(const RecordTable& table, const ScanType& scan,
-                                            const PrintedLines& lines,
-                                            const ScanReading& reading);
+                                            const PrintedLines& lines, const ScanReading& reading);
 
 } // namespace tv

@@ -41,8 +41,8 @@ struct ScanReading {
 
 // One field of one record where the transcription and the scan disagree.
 struct Disagreement {
-    int16_t Line = 0; // table line number
-    int Field = 0;    // 1-based, as SplitFields cuts the record's line
+    int16_t Line = 0;        // table line number
+    int Field = 0;           // 1-based, as SplitFields cuts the record's line
     std::string Transcribed; // Windows-1252, as in the file
     std::string Read;        // Windows-1252, as the scan reads
 };
