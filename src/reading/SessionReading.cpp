@@ -1,0 +1,140 @@
+// The session's reading of the scan: the reader's progress and result, the comparison of the
+// record table with it (again after every reload, without reading the page again), the Next
+// Disagreement command and the marks of the record in the box. Nothing here flags a record,
+// writes a file or changes a text, note or footer of the box: the reading is a help, never a
+// verdict.
+#include "reading/CompareRecords.h"
+#include "session/Session.h"
+
+#include <algorithm>
+
+namespace tv {
+
+namespace {
+
+// The records (not fields) that disagree: Next Disagreement steps by them.
+int RecordsDisagreeing(const std::vector<Disagreement>& found) {
+    int records = 0;
+    for (std::size_t i = 0; i < found.size(); ++i)
+        if (i == 0 || found[i].Line != found[i - 1].Line) ++records;
+    return records;
+}
+
+std::string Trimmed(const std::string& text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    if (first == std::string::npos) return "";
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+// Where the field's text stands in the box: the name line first, then the second line, each
+// searched on from the end of the field found before, as the fields stand in that order. A
+// surname the box shows as the dashes of a repeated surname is marked on the dashes.
+void PlaceMark(const RecordBoxContent& box, const std::string& transcribed, FieldMark& mark) {
+    const std::string text = Trimmed(transcribed);
+    if (!text.empty()) {
+        for (BoxLine line : {BoxLine::Name, BoxLine::Second}) {
+            const std::string& shown = line == BoxLine::Name ? box.NameLine : box.SecondLine;
+            const std::size_t at = shown.find(text);
+            if (at == std::string::npos) continue;
+            mark.Line = line;
+            mark.Start = at;
+            mark.Length = text.size();
+            return;
+        }
+    }
+    if (mark.Field != 1) return;
+    const std::size_t dashes = box.NameLine.find_first_not_of(' ');
+    if (dashes == std::string::npos || box.NameLine[dashes] != '-') return;
+    mark.Line = BoxLine::Name;
+    mark.Start = dashes;
+    mark.Length = box.NameLine.find_first_not_of('-', dashes) == std::string::npos
+                      ? box.NameLine.size() - dashes
+                      : box.NameLine.find_first_not_of('-', dashes) - dashes;
+}
+
+} // namespace
+
+int Session::ReadingStarted(const PrintedLines& lines) {
+    Reading.Run += 1;
+    Reading.Running = true;
+    Reading.Percent.reset();
+    Reading.Reading = lines;
+    return Reading.Run;
+}
+
+void Session::ReadingProgress(int run, int percent) {
+    if (run != Reading.Run || !Reading.Running) return;
+    Reading.Percent = std::clamp(percent, 0, 100);
+}
+
+// An empty reading (the OCR data could not be loaded, or nothing could be read) is no reading:
+// the window then stays as it is without one. A reading of the scan turned again replaces the
+// one before only now that it is complete, so the disagreements stay meanwhile.
+void Session::ReadingCompleted(int run, ScanReading reading) {
+    if (run != Reading.Run || !Reading.Running || !Reading.Reading) return;
+    Reading.Running = false;
+    Reading.Percent.reset();
+    if (reading.Lines.empty()) {
+        Reading.Lines.reset();
+        Reading.Done.reset();
+    } else {
+        Reading.Lines = std::move(Reading.Reading);
+        Reading.Done = std::move(reading);
+    }
+    Reading.Reading.reset();
+    CompareWithReading();
+}
+
+void Session::ReadingCancelled() {
+    const int run = Reading.Run;
+    Reading = {};
+    Reading.Run = run;
+}
+
+void Session::CompareWithReading() {
+    Reading.Disagreements.clear();
+    if (!Reading.Done || !Reading.Lines) return;
+    Reading.Disagreements = FindDisagreements(Table, Scan, *Reading.Lines, *Reading.Done);
+}
+
+std::string Session::ReadingStatus() const {
+    if (Reading.Running && Reading.Percent)
+        return "Reading the scan: " + std::to_string(*Reading.Percent) + " %";
+    if (!Reading.Done) return "";
+    const int records = RecordsDisagreeing(Reading.Disagreements);
+    if (records == 0) return "Read the scan: no record differs";
+    return "Read the scan: " + std::to_string(records) +
+           (records == 1 ? " record differs" : " records differ") + " (F3: Next Disagreement)";
+}
+
+// The next record after the current line where a field disagrees; after the last one it goes
+// round to the first, as a search goes on from the top, so that the key always has somewhere to
+// go while any disagreement is left. Calibrated only, as the other record commands.
+void Session::NextDisagreement() {
+    if (Calib.CalibrationStage != 0 || Reading.Disagreements.empty()) return;
+    const int16_t current = Table.CurrentLine;
+    auto after = std::find_if(Reading.Disagreements.begin(), Reading.Disagreements.end(),
+                              [current](const Disagreement& d) { return d.Line > current; });
+    const int16_t line =
+        after != Reading.Disagreements.end() ? after->Line : Reading.Disagreements.front().Line;
+    if (line < 1 || line > Table.LineCount) return;
+    Table.CurrentLine = line;
+    ShowRecord(0);
+    CalcFramePosn();
+    EnsureFrameVisible();
+}
+
+std::vector<FieldMark> Session::BoxMarks() const {
+    std::vector<FieldMark> marks;
+    const int16_t line = Table.CurrentLine;
+    if (line < 1 || line > Table.LineCount) return marks;
+    for (const Disagreement& d : Reading.Disagreements) {
+        if (d.Line != line) continue;
+        FieldMark mark{d.Field, d.Read, std::nullopt, 0, 0};
+        PlaceMark(Content, d.Transcribed, mark);
+        marks.push_back(mark);
+    }
+    return marks;
+}
+
+} // namespace tv
