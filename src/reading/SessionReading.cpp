@@ -7,6 +7,8 @@
 #include "session/Session.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 namespace tv {
 
@@ -26,6 +28,27 @@ std::string Trimmed(const std::string& text) {
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
+// Where text stands in shown (its start and length there), the spaces the box puts inside a
+// field (a volume shown as "1 a") passed over.
+std::optional<std::pair<std::size_t, std::size_t>> FindSpaced(const std::string& shown,
+                                                              const std::string& text) {
+    for (std::size_t start = 0; start < shown.size(); ++start) {
+        if (shown[start] != text[0]) continue;
+        std::size_t at = start;
+        std::size_t matched = 0;
+        while (at < shown.size() && matched < text.size()) {
+            if (shown[at] == text[matched]) {
+                ++matched;
+            } else if (shown[at] != ' ' || text[matched] == ' ') {
+                break;
+            }
+            ++at;
+        }
+        if (matched == text.size()) return std::make_pair(start, at - start);
+    }
+    return std::nullopt;
+}
+
 // Where the field's text stands in the box: the name line first, then the second line, each
 // searched on from the end of the field found before, as the fields stand in that order. A
 // surname the box shows as the dashes of a repeated surname is marked on the dashes.
@@ -34,11 +57,11 @@ void PlaceMark(const RecordBoxContent& box, const std::string& transcribed, Fiel
     if (!text.empty()) {
         for (BoxLine line : {BoxLine::Name, BoxLine::Second}) {
             const std::string& shown = line == BoxLine::Name ? box.NameLine : box.SecondLine;
-            const std::size_t at = shown.find(text);
-            if (at == std::string::npos) continue;
+            const std::optional<std::pair<std::size_t, std::size_t>> at = FindSpaced(shown, text);
+            if (!at) continue;
             mark.Line = line;
-            mark.Start = at;
-            mark.Length = text.size();
+            mark.Start = at->first;
+            mark.Length = at->second;
             return;
         }
     }

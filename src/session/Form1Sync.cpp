@@ -3,6 +3,7 @@
 #include "session/Form1.h"
 
 #include "core/Text.h"
+#include "view/ImageView.h"
 #include "view/RecordBoxWidget.h"
 
 #include <QLabel>
@@ -10,6 +11,7 @@
 #include <QStringList>
 #include <QToolButton>
 
+#include <algorithm>
 #include <cmath>
 
 namespace tv {
@@ -77,11 +79,19 @@ void Form1::SyncReadingMarks() {
     PaintMarkColour(scanReads_);
     scanReads_->setFont(BoxFont(s.Scan.FontName, s.Content.BoxFontSize));
     scanReads_->adjustSize();
-    // At the box's right, or at its left when the window has no room there.
+    // At the box's right; at its left when the scan's view has no room there; else under the box,
+    // at its right end and clear of the footer.
     const QRect box = rdFrame_->geometry();
+    const int width = scanReads_->width();
     QPoint at(box.right() + 1 + ScanReadsGap, box.top());
-    if (at.x() + scanReads_->width() > centralWidget()->width())
-        at.setX(box.left() - ScanReadsGap - scanReads_->width());
+    const QWidget* scan = view_->viewport();
+    const int room = scan->mapTo(centralWidget(), QPoint(scan->width(), 0)).x();
+    if (at.x() + width > room) at.setX(box.left() - ScanReadsGap - width);
+    if (at.x() < 0) {
+        const int clearOfFooter =
+            footLabel_->isVisible() ? footLabel_->geometry().right() + 1 + ScanReadsGap : 0;
+        at = QPoint(std::max({0, clearOfFooter, box.right() + 1 - width}), box.bottom() + 1);
+    }
     scanReads_->move(at);
     scanReads_->show();
 }

@@ -142,6 +142,8 @@ TEST_F(ScanReadingWindow, TheStatusLineFollowsTheReadingAndNextDisagreementMarks
                                                        QString::fromStdString(slip.Printed)))
             << reads->text().toStdString();
         EXPECT_FALSE(reads->geometry().intersects(box.geometry()));
+        EXPECT_TRUE(Window->centralWidget()->rect().contains(reads->geometry()))
+            << reads->x() << " " << reads->width();
 
         // A record that does not differ has no mark and nothing beside the box.
         PressOnWindow(Qt::Key_Home);

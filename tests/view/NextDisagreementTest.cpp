@@ -160,6 +160,27 @@ TEST_F(NextDisagreementTest, MarksTheFieldWhereTheBoxShowsIt) {
     EXPECT_EQ(shown.substr(marks[0].Start, marks[0].Length), "Dewsbury");
 }
 
+TEST_F(NextDisagreementTest, MarksAVolumeTheBoxShowsWithASpaceInside) {
+    // The layouts of the fixed-pitch index font with volume style 2 (1911, say) show volume
+    // 9b as "9 b".
+    S.Scan.IndexFont = 'C';
+    S.Scan.VolPageStyle = 2;
+    S.Scan.DistrictPad = 40; // the district on the name line: the second line is the volume's
+    const int line = Record20;
+    Disagree({{static_cast<int16_t>(line), 4, S.Table.Volume[line], "9d"}});
+    S.Table.CurrentLine = static_cast<int16_t>(line);
+    S.ShowRecord(0);
+    const std::vector<FieldMark> marks = S.BoxMarks();
+    ASSERT_EQ(marks.size(), 1U);
+    ASSERT_TRUE(marks[0].Line.has_value()) << S.Content.SecondLine;
+    const std::string& shown =
+        *marks[0].Line == BoxLine::Name ? S.Content.NameLine : S.Content.SecondLine;
+    std::string marked = shown.substr(marks[0].Start, marks[0].Length);
+    EXPECT_NE(marked, S.Table.Volume[line]) << "the layout shows the volume as it is";
+    std::erase(marked, ' ');
+    EXPECT_EQ(marked, S.Table.Volume[line]);
+}
+
 TEST_F(NextDisagreementTest, MarksARepeatedSurnameOnItsDashes) {
     // Records 2 and 3 share their surname: the box shows record 3's as dashes.
     const int line = LineOf1878Record(3);
