@@ -199,5 +199,27 @@ TEST_F(ScanReadingWindow, KeysMoveTheBoxAtOnceWhileThePageIsRead) {
     });
 }
 
+TEST_F(ScanReadingWindow, ANewScanStopsTheReadingOfTheScanBefore) {
+    const SamplePage first = Page("births1911");
+    const SamplePage second = Page("births1872");
+    StartProgram();
+    RunProgram([&] {
+        Verifying(first);
+        ASSERT_TRUE(WaitFor([this] { return Window->ReadingScan(); }, 60000));
+        Find<QAction>("MenuNewScan")->trigger();
+        ASSERT_TRUE(WaitFor([this] { return Start().isVisible(); }));
+        // The new scan replaces the one read: its reading stops and nothing of it is left.
+        StepsOneAndTwo(second);
+        EXPECT_FALSE(Window->ReadingScan());
+        EXPECT_EQ(StatusText(), "");
+        EXPECT_FALSE(S().Reading.Done.has_value());
+        EXPECT_TRUE(S().Reading.Disagreements.empty());
+        // The new scan is read once its lines are found.
+        Click(Start().Stage3);
+        ASSERT_TRUE(WaitFor([this] { return Window->ReadingScan(); }, 60000));
+        EXPECT_FALSE(Ended());
+    });
+}
+
 } // namespace
 } // namespace tv::test
