@@ -14,6 +14,7 @@
 #include <QMenuBar>
 #include <QRegularExpression>
 #include <QTest>
+#include <QToolButton>
 
 #include <algorithm>
 #include <fstream>
@@ -217,6 +218,27 @@ TEST_F(ScanReadingWindow, ANewScanStopsTheReadingOfTheScanBefore) {
         // The new scan is read once its lines are found.
         Click(Start().Stage3);
         ASSERT_TRUE(WaitFor([this] { return Window->ReadingScan(); }, 60000));
+        EXPECT_FALSE(Ended());
+    });
+}
+
+TEST_F(ScanReadingWindow, ATurnOfTheScanReadsItAgain) {
+    const SamplePage page = Page("births1911");
+    StartProgram();
+    RunProgram([&] {
+        Verifying(page);
+        ASSERT_TRUE(ReadingDone());
+        const int run = S().Reading.Run;
+        const std::size_t differing = S().Reading.Disagreements.size();
+        Click(Find<QToolButton>("RotateLeft"));
+        // The lines are found again on the turned scan, and read again.
+        ASSERT_TRUE(WaitFor([this] { return Window->ReadingScan(); }, 60000));
+        EXPECT_EQ(S().Reading.Run, run + 1);
+        // Meanwhile the reading before still counts.
+        EXPECT_EQ(S().Reading.Disagreements.size(), differing);
+        ASSERT_TRUE(WaitFor([this] { return !Window->ReadingScan(); }, 120000));
+        EXPECT_TRUE(S().Reading.Done.has_value());
+        EXPECT_TRUE(StatusText().startsWith("Read the scan: ")) << StatusText().toStdString();
         EXPECT_FALSE(Ended());
     });
 }
