@@ -16,6 +16,7 @@
 #include "Figures.h"
 #include "LineFindBenchmarks.h"
 #include "ProgramBenchmarks.h"
+#include "ReadingBenchmarks.h"
 #include "ScanBenchmarks.h"
 
 #include "session/Session.h"
@@ -114,6 +115,7 @@ int RunBenchmarks(int argc, char** argv, bool briefly) {
     bench::RegisterScanBenchmarks(files, briefly);
     bench::RegisterProgramBenchmarks();
     bench::RegisterLineFindBenchmarks(files);
+    bench::RegisterReadingBenchmarks(files);
     bench::FigureReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     bench::CloseScanWindow();

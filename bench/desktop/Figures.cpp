@@ -81,6 +81,11 @@ const std::vector<Figure>& Figures() {
         // scan decodes in a few milliseconds, so there the finder's own cost is the ratio.
         f.push_back({"Finding the printed lines (worker thread) / decoding the same scan",
                      "FindLines", "Decode", 60.0, true});
+        // Reading runs on a worker; the goal is half of Tesseract's own reading of the page.
+        f.push_back({"Reading the scan (lines found, then read on two threads) / Tesseract's own "
+                     "reading of the whole page",
+                     NameOn("ReadScan", ScanForm::GreyJpeg, 10),
+                     NameOn("TesseractPage", ScanForm::GreyJpeg, 10), 0.5, false});
         f.push_back({"Start-up to the start window shown / minimal Qt Widgets window",
                      "Startup/StartWindow", "Startup/MinimalWindow", 1.5, false});
         f.push_back({"1000-line transcription read, checked, reported / opening the 10 MP grey "

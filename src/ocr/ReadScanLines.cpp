@@ -31,7 +31,7 @@ constexpr const char* Whitelist =
 
 // The line pitch the reader gets: text of about 30 pixels a line reads as well as larger text
 // and costs less.
-constexpr double ReadPitch = 48.0;
+constexpr double ReadPitch = 66.0;
 
 // Where a line's text lies about its baseline, in pitches: capitals and ascenders above, the
 // tails of g, p and y below, and no more of the neighbouring lines than can be helped.
@@ -95,7 +95,7 @@ std::vector<LineTask> Tasks(const PrintedLines& lines) {
 // The strip of one line, straightened along its baseline and scaled to ReadPitch, as an 8-bit
 // Leptonica image (bilinear sampling; white outside the scan).
 Pix* Strip(const GreyImage& scan, const LineTask& t, double pitch, double& scale) {
-    scale = std::min(1.0, ReadPitch / pitch);
+    scale = ReadPitch / pitch;
     const double step = 1.0 / scale;
     const int w = std::max(8, static_cast<int>(t.Width * scale));
     const int h = std::max(8, static_cast<int>((AboveBaseline + BelowBaseline) * pitch * scale));
@@ -170,8 +170,9 @@ ReadLine ReadOne(tesseract::TessBaseAPI& api, const GreyImage& scan, const LineT
                 const double top = -AboveBaseline * pitch;
                 word.Left = t.Left + l / scale;
                 word.Right = t.Left + r / scale;
-                word.Top = t.Baseline + (l / scale) * t.Slope + top + tp / scale;
-                word.Bottom = t.Baseline + (l / scale) * t.Slope + top + b / scale;
+                const double lineTop = t.Baseline + (l / scale) * t.Slope + top;
+                word.Top = lineTop + tp / scale;
+                word.Bottom = lineTop + b / scale;
                 word.Confidence = it->Confidence(tesseract::RIL_WORD);
                 if (!word.Text.empty()) line.Words.push_back(std::move(word));
             } while (it->Next(tesseract::RIL_WORD));
@@ -228,6 +229,24 @@ ScanReading ReadScanLines(const GreyImage& scan, const PrintedLines& lines,
     for (std::size_t k = 0; k < tasks.size(); ++k)
         if (done[k]) reading.Lines.push_back(std::move(read[k]));
     return reading;
+}
+
+int ReadWholePage(const GreyImage& scan) {
+    tesseract::TessBaseAPI api;
+    if (api.Init(nullptr, "eng", tesseract::OEM_LSTM_ONLY) != 0) return -1;
+    api.SetPageSegMode(tesseract::PSM_AUTO);
+    api.SetVariable("debug_file", "/dev/null");
+    api.SetImage(scan.Pixels, scan.Width, scan.Height, 1, scan.Stride);
+    api.SetSourceResolution(300);
+    int words = 0;
+    if (api.Recognize(nullptr) == 0) {
+        std::unique_ptr<tesseract::ResultIterator> it(api.GetIterator());
+        if (it) do
+                ++words;
+            while (it->Next(tesseract::RIL_WORD));
+    }
+    api.End();
+    return words;
 }
 
 } // namespace tv

@@ -33,4 +33,9 @@ struct ReadOptions {
 ScanReading ReadScanLines(const GreyImage& scan, const PrintedLines& lines,
                           const ReadOptions& options);
 
+// Tesseract's own reading of the whole scan, with its own layout analysis (PSM_AUTO) and no
+// whitelist: the yardstick the benchmarks measure ReadScanLines against. Returns the number of
+// words read; -1 when the OCR data cannot be loaded.
+int ReadWholePage(const GreyImage& scan);
+
 } // namespace tv

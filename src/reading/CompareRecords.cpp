@@ -23,6 +23,9 @@ constexpr float DoubtfulBelow = 75.0F;
 constexpr double PassLine = 0.45;
 constexpr double PassRecord = 0.6;
 constexpr double SecondLine = 0.1; // an entry carried over two printed lines
+// A line that shares less than this with a record is not its line, whatever the order says:
+// a record left without a line takes one only where the order leaves exactly one for it.
+constexpr double MostUnlike = 0.55;
 
 class SilentPrompts : public Prompts {
   public:
@@ -43,13 +46,24 @@ struct RecordText {
 
 struct LineText {
     const ReadLine* Line = nullptr;
-    std::string Whole; // folded
+    std::string Whole;    // folded
+    bool Heading = false; // a surname on a line of its own
 };
 
 // One printed entry as read: the words of one or two lines.
 struct ReadEntry {
     std::vector<const ReadWord*> Words;
 };
+
+// A line that holds nothing but a surname: the heading of the entries below it in the layouts
+// that print surnames on lines of their own.
+bool SurnameOnly(const ReadLine& line) {
+    if (line.Words.empty() || line.Words.size() > 2) return false;
+    std::string folded;
+    for (const ReadWord& w : line.Words)
+        folded += Folded(w.Text);
+    return folded.size() >= 2;
+}
 
 std::vector<RecordText> Records(const RecordTable& table, const ScanType& scan) {
     SilentPrompts silent;
@@ -107,13 +121,15 @@ std::vector<std::pair<int, int>> MatchLines(const std::vector<RecordText>& recor
             };
             if (j < nl) relax(i, j + 1, lines[j].Whole.empty() ? 0.0 : PassLine, SkipLine);
             if (i < nr) relax(i + 1, j, PassRecord, SkipRecord);
-            if (i < nr && j < nl && !lines[j].Whole.empty())
-                relax(i + 1, j + 1, Unlikeness(records[i], lines[j].Whole), One);
+            if (i < nr && j < nl && !lines[j].Whole.empty()) {
+                const double c = Unlikeness(records[i], lines[j].Whole);
+                if (c <= MostUnlike) relax(i + 1, j + 1, c, One);
+            }
             if (i < nr && records[i].Long && j + 1 < nl && !lines[j].Whole.empty() &&
-                !lines[j + 1].Whole.empty())
-                relax(i + 1, j + 2,
-                      Unlikeness(records[i], lines[j].Whole + lines[j + 1].Whole) + SecondLine,
-                      Two);
+                !lines[j + 1].Whole.empty()) {
+                const double c = Unlikeness(records[i], lines[j].Whole + lines[j + 1].Whole);
+                if (c <= MostUnlike) relax(i + 1, j + 2, c + SecondLine, Two);
+            }
         }
     }
     std::vector<std::pair<int, int>> matched(nr, {-1, -1});
@@ -141,173 +157,148 @@ std::vector<std::pair<int, int>> MatchLines(const std::vector<RecordText>& recor
             return matched;
         }
     }
+    // A single record left out between two matched ones, where a single line with words is left
+    // between their lines (not a surname alone where surnames have lines of their own): that
+    // line is its line, however unlike (the record was typed from another line, say).
+    for (std::size_t r = 0; r < nr; ++r) {
+        if (matched[r].first >= 0) continue;
+        const int before = r == 0 ? -1 : std::max(matched[r - 1].first, matched[r - 1].second);
+        if (r > 0 && before < 0) continue;
+        const int after = r + 1 < nr ? matched[r + 1].first : static_cast<int>(nl);
+        if (after < 0) continue;
+        int free = -1;
+        int count = 0;
+        for (int k = before + 1; k < after; ++k)
+            if (!lines[static_cast<std::size_t>(k)].Whole.empty() &&
+                !lines[static_cast<std::size_t>(k)].Heading) {
+                free = k;
+                ++count;
+            }
+        if (count == 1) matched[r] = {free, -1};
+    }
     return matched;
 }
 
-// The alignment of a record's folded characters with the read ones.
-enum class Op : char { Same, Change, Missing, Extra };
-struct AlignStep {
-    Op Kind = Op::Same;
-    int T = -1; // index into the transcribed characters
-    int R = -1; // index into the read characters
-};
-
-// Costs of the character alignment: a surname may be left out by the print (a dash, a blank, a
-// line of its own) for less than another field.
-constexpr double ChangeCost = 1.0;
-constexpr double MissingCost = 1.0;
-constexpr double MissingSurnameCost = 0.45;
-constexpr double ExtraCost = 1.0;
-
-std::vector<AlignStep> Align(const std::vector<FoldedChar>& t, const std::vector<FoldedChar>& r) {
-    const std::size_t nt = t.size();
-    const std::size_t nr = r.size();
-    std::vector<double> cost((nt + 1) * (nr + 1), 0.0);
-    std::vector<char> from((nt + 1) * (nr + 1), 0);
-    auto at = [nr](std::size_t i, std::size_t j) { return i * (nr + 1) + j; };
-    auto missing = [&](std::size_t i) {
-        return t[i].Source == 1 ? MissingSurnameCost : MissingCost;
-    };
-    for (std::size_t i = 1; i <= nt; ++i) {
-        cost[at(i, 0)] = cost[at(i - 1, 0)] + missing(i - 1);
-        from[at(i, 0)] = 'M';
-    }
-    for (std::size_t j = 1; j <= nr; ++j) {
-        cost[at(0, j)] = cost[at(0, j - 1)] + ExtraCost;
-        from[at(0, j)] = 'E';
-    }
-    for (std::size_t i = 1; i <= nt; ++i) {
-        for (std::size_t j = 1; j <= nr; ++j) {
-            double best = cost[at(i - 1, j - 1)] + (t[i - 1].Ch == r[j - 1].Ch ? 0.0 : ChangeCost);
-            char f = 'D';
-            const double m = cost[at(i - 1, j)] + missing(i - 1);
-            if (m < best) {
-                best = m;
-                f = 'M';
-            }
-            const double e = cost[at(i, j - 1)] + ExtraCost;
-            if (e < best) {
-                best = e;
-                f = 'E';
-            }
-            cost[at(i, j)] = best;
-            from[at(i, j)] = f;
-        }
-    }
-    std::vector<AlignStep> steps;
-    std::size_t i = nt;
-    std::size_t j = nr;
-    while (i > 0 || j > 0) {
-        const char f = from[at(i, j)];
-        if (f == 'D') {
-            --i;
-            --j;
-            steps.push_back({t[i].Ch == r[j].Ch ? Op::Same : Op::Change, static_cast<int>(i),
-                             static_cast<int>(j)});
-        } else if (f == 'M') {
-            --i;
-            steps.push_back({Op::Missing, static_cast<int>(i), -1});
-        } else {
-            --j;
-            steps.push_back({Op::Extra, -1, static_cast<int>(j)});
-        }
-    }
-    std::reverse(steps.begin(), steps.end());
-    return steps;
-}
-
-// What the scan reads for one field: the parts of the words aligned with it.
+// What the scan reads for one field: the words that went to it.
 struct FieldReading {
-    bool Printed = false; // some of its characters were found on the line
-    bool Differs = false;
+    bool Printed = false; // some words of the line went to it
     float Confidence = 100.0F;
     std::string Read;
 };
 
-std::vector<FieldReading> ReadFields(const RecordText& record, const ReadEntry& entry) {
-    const int nf = static_cast<int>(record.Fields.size());
-    std::vector<FoldedChar> t;
-    for (int f = 1; f <= nf; ++f)
-        AppendFolded(record.Fields[static_cast<std::size_t>(f - 1)], f, t);
-    std::vector<FoldedChar> r;
-    for (std::size_t w = 0; w < entry.Words.size(); ++w)
-        AppendFolded(entry.Words[w]->Text, static_cast<int>(w), r);
-    const std::vector<AlignStep> steps = Align(t, r);
-
-    // Each read character's field: its aligned partner's; an extra character takes the field
-    // most of its word's characters went to, and a word of nothing but extras the field before.
-    std::vector<int> fieldOfRead(r.size(), 0);
-    std::map<int, std::map<int, int>> wordFields; // word -> field -> characters
-    for (const AlignStep& s : steps)
-        if (s.R >= 0 && s.T >= 0) {
-            fieldOfRead[static_cast<std::size_t>(s.R)] = t[static_cast<std::size_t>(s.T)].Source;
-            ++wordFields[r[static_cast<std::size_t>(s.R)].Source]
-                        [t[static_cast<std::size_t>(s.T)].Source];
-        }
-    int lastField = 1;
-    for (std::size_t k = 0; k < r.size(); ++k) {
-        if (fieldOfRead[k] != 0) {
-            lastField = fieldOfRead[k];
-            continue;
-        }
-        const auto word = wordFields.find(r[k].Source);
-        if (word != wordFields.end()) {
-            int best = 0;
-            for (const auto& [field, count] : word->second)
-                if (best == 0 || count > word->second.at(best)) best = field;
-            fieldOfRead[k] = best;
-        } else {
-            fieldOfRead[k] = lastField;
+// Edits (a letter changed, left out or added) from one folded text to the other.
+int Edits(const std::string& a, const std::string& b) {
+    std::vector<int> row(b.size() + 1);
+    for (std::size_t j = 0; j <= b.size(); ++j)
+        row[j] = static_cast<int>(j);
+    for (std::size_t i = 1; i <= a.size(); ++i) {
+        int diagonal = row[0];
+        row[0] = static_cast<int>(i);
+        for (std::size_t j = 1; j <= b.size(); ++j) {
+            const int above = row[j];
+            row[j] =
+                std::min({above + 1, row[j - 1] + 1, diagonal + (a[i - 1] == b[j - 1] ? 0 : 1)});
+            diagonal = above;
         }
     }
-
-    std::vector<FieldReading> fields(static_cast<std::size_t>(nf));
-    for (const AlignStep& s : steps) {
-        int field = 0;
-        if (s.T >= 0)
-            field = t[static_cast<std::size_t>(s.T)].Source;
-        else
-            field = fieldOfRead[static_cast<std::size_t>(s.R)];
-        if (field < 1 || field > nf) continue;
-        FieldReading& fr = fields[static_cast<std::size_t>(field - 1)];
-        if (s.Kind == Op::Same || s.Kind == Op::Change) fr.Printed = true;
-        if (s.Kind != Op::Same) fr.Differs = true;
-    }
-    // A field that is wholly missing was not printed on the line (or not read): not a finding.
-    // Extra characters alone at a field's end are often the reader's specks; they count only
-    // where the field was found.
-    for (int f = 1; f <= nf; ++f) {
-        FieldReading& fr = fields[static_cast<std::size_t>(f - 1)];
-        // The read text: for each word, the stretch of its text this field's characters span.
-        std::map<int, std::pair<int, int>> spans;
-        for (std::size_t k = 0; k < r.size(); ++k) {
-            if (fieldOfRead[k] != f) continue;
-            auto [it, fresh] = spans.try_emplace(r[k].Source, r[k].From, r[k].To);
-            if (!fresh) {
-                it->second.first = std::min(it->second.first, r[k].From);
-                it->second.second = std::max(it->second.second, r[k].To);
-            }
-        }
-        for (const auto& [w, span] : spans) {
-            const ReadWord& word = *entry.Words[static_cast<std::size_t>(w)];
-            if (!fr.Read.empty()) fr.Read += ' ';
-            fr.Read += word.Text.substr(static_cast<std::size_t>(span.first),
-                                        static_cast<std::size_t>(span.second - span.first));
-            fr.Confidence = std::min(fr.Confidence, word.Confidence);
-        }
-        if (spans.empty()) fr.Printed = false;
-    }
-    return fields;
+    return row[b.size()];
 }
 
-// A line that holds nothing but a surname: the heading of the entries below it in the layouts
-// that print surnames on lines of their own.
-bool SurnameOnly(const ReadLine& line) {
-    if (line.Words.empty() || line.Words.size() > 2) return false;
-    std::string folded;
-    for (const ReadWord& w : line.Words)
-        folded += Folded(w.Text);
-    return folded.size() >= 2;
+// The costs of giving words to fields, in letters: a field the line does not show costs its
+// letters (a surname under a dash, a blank or a heading less: the print leaves it out by
+// rule), a word no field takes costs its letters.
+constexpr double SurnameLeftOut = 0.8;
+constexpr int MostWordsAField = 4;
+// Each word a field takes beyond its first: of two sharings as near, the one that splits the
+// words more evenly.
+constexpr double ExtraWord = 0.5;
+
+// The read words of an entry given to the record's fields in order, each field taking none,
+// one or a few neighbouring words, and words no field takes passed over: the cheapest such
+// sharing by the edits from each field to its words.
+enum class Surname { Either, Printed, LeftOut };
+
+std::vector<FieldReading> ReadFields(const RecordText& record, const ReadEntry& entry,
+                                     Surname surname) {
+    const std::size_t nf = record.Fields.size();
+    const std::size_t nw = entry.Words.size();
+    std::vector<std::string> fields(nf);
+    for (std::size_t f = 0; f < nf; ++f)
+        fields[f] = Folded(record.Fields[f]);
+    std::vector<std::string> words(nw);
+    for (std::size_t w = 0; w < nw; ++w)
+        words[w] = Folded(entry.Words[w]->Text);
+    const double inf = std::numeric_limits<double>::infinity();
+    std::vector<double> cost((nf + 1) * (nw + 1), inf);
+    std::vector<int> taken((nf + 1) * (nw + 1), -1); // words the last field took; -1 a word passed
+    auto at = [nw](std::size_t f, std::size_t w) { return f * (nw + 1) + w; };
+    cost[at(0, 0)] = 0.0;
+    for (std::size_t f = 0; f <= nf; ++f) {
+        for (std::size_t w = 0; w <= nw; ++w) {
+            const double here = cost[at(f, w)];
+            if (here == inf) continue;
+            if (w < nw && here + static_cast<double>(words[w].size()) < cost[at(f, w + 1)]) {
+                cost[at(f, w + 1)] = here + static_cast<double>(words[w].size());
+                taken[at(f, w + 1)] = -1;
+            }
+            if (f == nf) continue;
+            std::string joined;
+            for (std::size_t k = 0; k <= MostWordsAField && w + k <= nw; ++k) {
+                if (k > 0) joined += words[w + k - 1];
+                if (f == 0 && (k == 0 ? surname == Surname::Printed : surname == Surname::LeftOut))
+                    continue;
+                const double c =
+                    k == 0 ? static_cast<double>(fields[f].size()) * (f == 0 ? SurnameLeftOut : 1.0)
+                           : Edits(fields[f], joined) + ExtraWord * static_cast<double>(k - 1);
+                // Ties go to the reading that gives the field more words.
+                if (here + c <= cost[at(f + 1, w + k)]) {
+                    cost[at(f + 1, w + k)] = here + c;
+                    taken[at(f + 1, w + k)] = static_cast<int>(k);
+                }
+            }
+        }
+    }
+    std::vector<FieldReading> read(nf);
+    std::size_t f = nf;
+    std::size_t w = nw;
+    while (f > 0 || w > 0) {
+        const int k = taken[at(f, w)];
+        if (k < 0) {
+            if (w == 0) break;
+            --w;
+            continue;
+        }
+        --f;
+        FieldReading& fr = read[f];
+        for (std::size_t j = w - static_cast<std::size_t>(k); j < w; ++j) {
+            const ReadWord& word = *entry.Words[j];
+            std::string text = word.Text;
+            while (!text.empty() && text.back() == ',')
+                text.pop_back();
+            fr.Read += (fr.Read.empty() ? "" : " ") + text;
+            fr.Confidence = std::min(fr.Confidence, word.Confidence);
+            fr.Printed = true;
+        }
+        w -= static_cast<std::size_t>(k);
+    }
+    return read;
+}
+
+// Whether an entry's line prints its surname: the line's first word stands at the column's
+// left edge, where a surname starts; an entry whose surname is a dash or a blank, or stands on
+// the line above, starts with its forenames further right (a dash reads as no letters).
+Surname SurnameOnLine(const PrintedLines& lines, const ReadLine& line) {
+    if (line.Column < 0 || line.Column >= static_cast<int>(lines.Columns.size()))
+        return Surname::Either;
+    const FoundColumn& column = lines.Columns[static_cast<std::size_t>(line.Column)];
+    if (line.Index < 0 || line.Index >= static_cast<int>(column.Lines.size()))
+        return Surname::Either;
+    const double left = column.Lines[static_cast<std::size_t>(line.Index)].X;
+    for (const ReadWord& w : line.Words) {
+        if (Folded(w.Text).empty()) continue;
+        return w.Left - left < lines.Pitch ? Surname::Printed : Surname::LeftOut;
+    }
+    return Surname::Either;
 }
 
 } // namespace
@@ -324,6 +315,7 @@ std::vector<Disagreement> FindDisagreements(const RecordTable& table, const Scan
         l.Line = &line;
         for (const ReadWord& w : line.Words)
             l.Whole += Folded(w.Text);
+        l.Heading = scan.SurnameOwnLine && SurnameOnly(line);
         read.push_back(std::move(l));
     }
     const std::vector<std::pair<int, int>> matched = MatchLines(records, read);
@@ -339,8 +331,8 @@ std::vector<Disagreement> FindDisagreements(const RecordTable& table, const Scan
         if (first < 0) continue;
         if (scan.SurnameOwnLine)
             for (int k = previousLine + 1; k < first; ++k) {
+                if (!read[static_cast<std::size_t>(k)].Heading) continue;
                 const ReadLine& between = *read[static_cast<std::size_t>(k)].Line;
-                if (!SurnameOnly(between)) continue;
                 surname.clear();
                 surnameConfidence = 100.0F;
                 for (const ReadWord& w : between.Words) {
@@ -360,7 +352,12 @@ std::vector<Disagreement> FindDisagreements(const RecordTable& table, const Scan
             std::stable_sort(
                 entry.Words.begin(), entry.Words.end(),
                 [](const ReadWord* a, const ReadWord* b) { return a->Left < b->Left; });
-        const std::vector<FieldReading> fields = ReadFields(record, entry);
+        // Where surnames stand on lines of their own, an entry's line never prints it.
+        const std::vector<FieldReading> fields =
+            ReadFields(record, entry,
+                       scan.SurnameOwnLine
+                           ? Surname::LeftOut
+                           : SurnameOnLine(lines, *read[static_cast<std::size_t>(first)].Line));
         for (std::size_t f = 0; f < fields.size(); ++f) {
             const FieldReading& fr = fields[f];
             const std::string& transcribed = record.Fields[f];
@@ -375,7 +372,7 @@ std::vector<Disagreement> FindDisagreements(const RecordTable& table, const Scan
                 surname = fr.Read;
                 surnameConfidence = fr.Confidence;
             }
-            if (!fr.Printed || !fr.Differs || fr.Confidence < DoubtfulBelow) continue;
+            if (!fr.Printed || fr.Confidence < DoubtfulBelow) continue;
             if (Folded(fr.Read) == Folded(transcribed)) continue;
             found.push_back({record.Line, static_cast<int>(f + 1), transcribed, fr.Read});
         }

@@ -55,6 +55,14 @@ const TruePage& SamplePage(const std::string& kind, const std::string& options) 
         if (path.extension() == ".lines") ReadPositions(path, page);
         if (path.extension() == ".jpg") page.Scan = path;
         if (path.extension() == ".QRL") page.Transcription = path;
+        if (path.extension() == ".slips") {
+            std::ifstream in(path);
+            int line = 0;
+            int field = 0;
+            std::string kind;
+            while (in >> line >> field >> kind)
+                page.Slips.insert({line, field});
+        }
     }
     return pages[key] = page;
 }

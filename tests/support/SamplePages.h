@@ -2,6 +2,7 @@
 // Pages of the sample generator with their true positions: the baselines of the records.
 #include <filesystem>
 #include <map>
+#include <set>
 #include <string>
 
 namespace tv::test {
@@ -18,6 +19,8 @@ struct TruePage {
     double Pitch = 0.0;
     int Columns = 0;
     std::map<int, TruePlace> Places; // by table line
+    // With the generator's --slips: the fields (table line, field) the volunteer got wrong.
+    std::set<std::pair<int, int>> Slips;
 };
 
 // Draws the kind once per run (the generator's own options after it) and reads its positions.

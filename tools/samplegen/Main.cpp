@@ -4,7 +4,9 @@
 #include "PageShape.h"
 #include "Preview.h"
 #include "ScanFinish.h"
+#include "ScanWear.h"
 #include "SelfCheck.h"
+#include "Slips.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -33,16 +35,27 @@ void SaveJpeg(const QImage& scan, const std::string& path) {
                                  writer.errorString().toStdString());
 }
 
-void Generate(const KindSpec& kind, const std::string& outDir, bool preview,
-              const PageShape& shape) {
+// What the generator adds beyond the page itself: a volunteer's slips, a worn scan.
+struct Extras {
+    bool Slips = false;
+    bool Worn = false;
+};
+
+void Generate(const KindSpec& kind, const std::string& outDir, bool preview, const PageShape& shape,
+              const Extras& extras) {
     const PageLayout layout = LayOutPage(kind, IndexEntries(kind));
     const PageGeometry geometry(kind);
     const std::string base = outDir + "/" + kind.BaseName();
-    const Transcription transcription = BuildTranscription(kind, layout);
+    Transcription transcription = BuildTranscription(kind, layout);
     WriteTranscription(transcription, base + ".QRL");
     CheckWithModel(kind, layout, geometry, transcription, base + ".QRL");
+    if (extras.Slips) {
+        WriteSlips(MakeSlips(kind, transcription), base + ".slips");
+        WriteTranscription(transcription, base + ".QRL");
+    }
     QImage scan = shape.Apply(DrawPage(kind, layout, geometry), kind);
     AgeScan(scan, kind.Seed);
+    if (extras.Worn) WearScan(scan, kind.Seed);
     SaveJpeg(scan, base + ".jpg");
     WritePositions(kind, layout, geometry, transcription, base + ".lines", shape);
     if (preview) {
@@ -69,7 +82,8 @@ int Usage() {
         kinds += " " + kind.Name;
     std::fprintf(stderr,
                  "usage: tallyview_samplegen [--preview] [--shape flat|curved|keystoned] "
-                 "[--rotation DEGREES] [--scale FACTOR] KIND OUTDIR\nKIND:%s all\n",
+                 "[--rotation DEGREES] [--scale FACTOR] [--slips] [--worn] KIND OUTDIR\n"
+                 "KIND:%s all\n",
                  kinds.c_str());
     return 2;
 }
@@ -85,6 +99,18 @@ int main(int argc, char** argv) {
     std::vector<std::string> args(argv + 1, argv + argc);
     const bool preview = !args.empty() && args.front() == "--preview";
     if (preview) args.erase(args.begin());
+    Extras extras;
+    for (auto flag = args.begin(); flag != args.end();) {
+        if (*flag == "--slips")
+            extras.Slips = true;
+        else if (*flag == "--worn")
+            extras.Worn = true;
+        else {
+            ++flag;
+            continue;
+        }
+        flag = args.erase(flag);
+    }
     PageShape shape;
     std::optional<double> rotation;
     while (args.size() > 2 && args[0].starts_with("--")) {
@@ -109,7 +135,7 @@ int main(int argc, char** argv) {
         for (const KindSpec* kind : kinds) {
             KindSpec turned = *kind;
             if (rotation) turned.RotationDegrees = *rotation;
-            Generate(turned, args[1], preview, shape);
+            Generate(turned, args[1], preview, shape, extras);
         }
     } catch (const std::exception& e) {
         std::fprintf(stderr, "tallyview_samplegen: %s\n", e.what());

@@ -1,0 +1,261 @@
+#include "reading/CompareRecords.h"
+#include "reading/ReadText.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace tv {
+
+namespace {
+
+// A record table of the given record lines (line 1 a comment, records from line 2).
+RecordTable Table(const std::vector<std::string>& records, bool extra = false) {
+    RecordTable t;
+    t.HasExtraField = extra;
+    t.LineCount = 1;
+    t.LineText[1] = "#COMMENT";
+    t.LineRecNo[1] = -1;
+    for (const std::string& r : records) {
+        ++t.LineCount;
+        t.LineText[t.LineCount] = r;
+        t.LineRecNo[t.LineCount] = static_cast<int16_t>(t.LineCount - 1);
+        std::istringstream in(r);
+        std::string f;
+        std::vector<std::string> fields;
+        while (std::getline(in, f, ','))
+            fields.push_back(f);
+        t.Surname[t.LineCount] = fields.size() > 0 ? fields[0] : "";
+        t.Forenames[t.LineCount] = fields.size() > 1 ? fields[1] : "";
+        t.ExtraField[t.LineCount] = extra && fields.size() > 2 ? fields[2] : "";
+    }
+    return t;
+}
+
+// One printed line as read: its words split at spaces, each ten pixels a character from the
+// column's left edge as the text places it, read with the given confidence.
+ReadLine Line(int index, const std::string& text, float confidence = 95.0F) {
+    ReadLine line;
+    line.Index = index;
+    std::size_t at = 0;
+    while ((at = text.find_first_not_of(' ', at)) != std::string::npos) {
+        const std::size_t end = std::min(text.find(' ', at), text.size());
+        const double x = 10.0 * static_cast<double>(at);
+        line.Words.push_back({text.substr(at, end - at), x, 0.0,
+                              x + 10.0 * static_cast<double>(end - at), 20.0, confidence});
+        at = end;
+    }
+    return line;
+}
+
+struct Page {
+    PrintedLines Lines;
+    ScanReading Reading;
+};
+
+Page Read(const std::vector<std::string>& printed) {
+    Page p;
+    p.Lines.Pitch = 40.0;
+    p.Lines.ImageWidth = 1000;
+    p.Lines.ImageHeight = 2000;
+    FoundColumn column;
+    column.Right = 900.0;
+    for (std::size_t k = 0; k < printed.size(); ++k) {
+        column.Lines.push_back({0.0, 100.0 + 40.0 * static_cast<double>(k)});
+        p.Reading.Lines.push_back(Line(static_cast<int>(k), printed[k]));
+    }
+    p.Lines.Columns.push_back(column);
+    return p;
+}
+
+std::vector<Disagreement> Compare(const RecordTable& table, const Page& page,
+                                  const ScanType& scan = {}) {
+    return FindDisagreements(table, scan, page.Lines, page.Reading);
+}
+
+const std::vector<std::string> Records = {
+    "ABBOTT,Mary,Leeds,9b,211",         "ABBOTT,William,Bristol,6a,74",
+    "ACKROYD,Sarah Ann,Halifax,9a,405", "ADAMS,Thomas,Kensington,1a,118",
+    "ALLEN,Emma,Salford,8d,333",        "ALLSOP,John Henry,Derby,7b,290",
+};
+
+const std::vector<std::string> Printed = {
+    "INDEX OF BIRTHS",
+    "ABBOTT, Mary Leeds 9b 211",
+    "ABBOTT, William Bristol 6a 74",
+    "ACKROYD, Sarah Ann Halifax 9a 405",
+    "ADAMS, Thomas Kensington 1a 118",
+    "ALLEN, Emma Salford 8d 333",
+    "ALLSOP, John Henry Derby 7b 290",
+};
+
+TEST(CompareRecords, RecordsThatSayWhatThePagePrintsAgree) {
+    EXPECT_TRUE(Compare(Table(Records), Read(Printed)).empty());
+}
+
+TEST(CompareRecords, AChangedLetterIsReportedOnItsLineAndField) {
+    std::vector<std::string> typed = Records;
+    typed[2] = "ACKROYD,Sarah Ann,Halifex,9a,405";
+    const std::vector<Disagreement> found = Compare(Table(typed), Read(Printed));
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].Line, 4);
+    EXPECT_EQ(found[0].Field, 3);
+    EXPECT_EQ(found[0].Transcribed, "Halifex");
+    EXPECT_EQ(found[0].Read, "Halifax");
+}
+
+TEST(CompareRecords, DroppedDoubledAndSwappedLettersAndAWrongPageAreReported) {
+    std::vector<std::string> typed = Records;
+    typed[0] = "ABOTT,Mary,Leeds,9b,211";
+    typed[1] = "ABBOTT,Willliam,Bristol,6a,74";
+    typed[3] = "ADAMS,Thomas,Kensingotn,1a,118";
+    typed[4] = "ALLEN,Emma,Salford,8d,383";
+    const std::vector<Disagreement> found = Compare(Table(typed), Read(Printed));
+    ASSERT_EQ(found.size(), 4U);
+    EXPECT_EQ(found[0].Line, 2);
+    EXPECT_EQ(found[0].Field, 1);
+    EXPECT_EQ(found[0].Read, "ABBOTT");
+    EXPECT_EQ(found[1].Line, 3);
+    EXPECT_EQ(found[1].Field, 2);
+    EXPECT_EQ(found[2].Line, 5);
+    EXPECT_EQ(found[2].Field, 3);
+    EXPECT_EQ(found[3].Line, 6);
+    EXPECT_EQ(found[3].Field, 5);
+    EXPECT_EQ(found[3].Read, "333");
+}
+
+TEST(CompareRecords, TheReadersConfusionsAreNotDisagreements) {
+    std::vector<std::string> printed = Printed;
+    printed[2] = "ABBOTT, Wi1liam Bristo1 6a 74";   // 1 for l
+    printed[4] = "ADAMS, Thomas Kensington la 118"; // l for 1
+    printed[5] = "ALLEN, Ernma Salford 8d 333";     // rn for m
+    printed[6] = "ALLSOP, John Henry Derby 7b 29O"; // O for 0
+    EXPECT_TRUE(Compare(Table(Records), Read(printed)).empty());
+}
+
+TEST(CompareRecords, AccentsPunctuationAndCapitalsAreFoldedAway) {
+    std::vector<std::string> typed = Records;
+    typed[0] = "ABBOTT,Marie-Th\xE9r\xE8se,Leeds,9b,211";
+    std::vector<std::string> printed = Printed;
+    printed[1] = "Abbott, MARIE THERESE Leeds 9b 211";
+    EXPECT_TRUE(Compare(Table(typed), Read(printed)).empty());
+}
+
+TEST(CompareRecords, AWordTheReaderDoubtsIsNotADisagreement) {
+    std::vector<std::string> typed = Records;
+    typed[2] = "ACKROYD,Sarah Ann,Halifex,9a,405";
+    Page page = Read(Printed);
+    page.Reading.Lines[3].Words[3].Confidence = 40.0F; // "Halifax"
+    EXPECT_TRUE(Compare(Table(typed), page).empty());
+}
+
+TEST(CompareRecords, ADashForARepeatedSurnameStandsForTheSurnameAbove) {
+    std::vector<std::string> printed = Printed;
+    printed[2] = "\x97       William Bristol 6a 74";
+    EXPECT_TRUE(Compare(Table(Records), Read(printed)).empty());
+    std::vector<std::string> typed = Records;
+    typed[1] = "ABOTT,William,Bristol,6a,74";
+    const std::vector<Disagreement> found = Compare(Table(typed), Read(printed));
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].Line, 3);
+    EXPECT_EQ(found[0].Field, 1);
+    EXPECT_EQ(found[0].Read, "ABBOTT");
+}
+
+TEST(CompareRecords, SurnamesOnLinesOfTheirOwnHeadTheEntriesBelowThem) {
+    const std::vector<std::string> printed = {
+        "ABBOTT",  "       Mary Leeds 9b 211",        "       William Bristol 6a 74",
+        "ACKROYD", "       Sarah Ann Halifax 9a 405", "",
+        "ADAMS",   "       Thomas Kensington 1a 118"};
+    ScanType scan;
+    scan.SurnameOwnLine = true;
+    const std::vector<std::string> records(Records.begin(), Records.begin() + 4);
+    EXPECT_TRUE(Compare(Table(records), Read(printed), scan).empty());
+    std::vector<std::string> typed = records;
+    typed[2] = "ACKRYOD,Sarah Ann,Halifax,9a,405";
+    const std::vector<Disagreement> found = Compare(Table(typed), Read(printed), scan);
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].Line, 4);
+    EXPECT_EQ(found[0].Field, 1);
+    EXPECT_EQ(found[0].Read, "ACKROYD");
+}
+
+TEST(CompareRecords, ALongEntryCarriedOverTwoLinesIsOneRecord) {
+    const std::vector<std::string> records = {"WALKER,Ann,SMITH,Leeds,2b,11",
+                                              "WALKER,John,MONTGOMERY-CUNNINGHAM,Hull,2d,637",
+                                              "WALKER,Mary,JONES,York,2c,40"};
+    Page page = Read({"WALKER Ann SMITH Leeds 2b 11", "WALKER John MONTGOMERY- Hull 2d 637",
+                      "CUNNINGHAM", "WALKER Mary JONES York 2c 40"});
+    // The carried part stands under the field it carries on.
+    for (ReadWord& w : page.Reading.Lines[2].Words) {
+        w.Left = page.Reading.Lines[1].Words[2].Left + 5.0;
+        w.Right = w.Left + 100.0;
+    }
+    ScanType scan;
+    scan.LongExtraLen = 19;
+    EXPECT_TRUE(Compare(Table(records, true), page, scan).empty());
+    std::vector<std::string> typed = records;
+    typed[1] = "WALKER,John,MONTGOMERY-CUNNINGHAN,Hull,2d,637";
+    const std::vector<Disagreement> found = Compare(Table(typed, true), page, scan);
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].Line, 3);
+    EXPECT_EQ(found[0].Field, 3);
+    EXPECT_EQ(found[0].Read, "MONTGOMERY- CUNNINGHAM");
+}
+
+TEST(CompareRecords, GapsAndAFurtherColumnKeepTheRecordsInOrder) {
+    Page page = Read({"ABBOTT, Mary Leeds 9b 211", "ABBOTT, William Bristol 6a 74", "",
+                      "ACKROYD, Sarah Ann Halifax 9a 405"});
+    Page second = Read({"SURNAME NAME DISTRICT VOL PAGE", "ADAMS, Thomas Kensington 1a 118",
+                        "ALLEN, Emma Salford 8d 333", "ALLSOP, John Henry Derby 7b 290"});
+    second.Lines.Columns[0].Left = 1000.0;
+    page.Lines.Columns.push_back(second.Lines.Columns[0]);
+    for (ReadLine l : second.Reading.Lines) {
+        l.Column = 1;
+        page.Reading.Lines.push_back(l);
+    }
+    EXPECT_TRUE(Compare(Table(Records), page).empty());
+    std::vector<std::string> typed = Records;
+    typed[5] = "ALLSOP,John Henry,Derby,7b,299";
+    const std::vector<Disagreement> found = Compare(Table(typed), page);
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].Line, 7);
+    EXPECT_EQ(found[0].Field, 5);
+}
+
+TEST(CompareRecords, ARecordTypedFromTheLineAboveIsReportedFieldByField) {
+    std::vector<std::string> typed = Records;
+    typed[3] = typed[2];
+    const std::vector<Disagreement> found = Compare(Table(typed), Read(Printed));
+    ASSERT_EQ(found.size(), 5U);
+    for (std::size_t k = 0; k < found.size(); ++k) {
+        EXPECT_EQ(found[k].Line, 5);
+        EXPECT_EQ(found[k].Field, static_cast<int>(k + 1));
+    }
+}
+
+TEST(CompareRecords, OnlyTheRecordsOfTheLinesReadSoFarAreCompared) {
+    std::vector<std::string> typed = Records;
+    typed[5] = "ALLSOP,John Henry,Dreby,7b,290";
+    Page page = Read(Printed);
+    EXPECT_EQ(Compare(Table(typed), page).size(), 1U);
+    page.Reading.Lines.resize(4);
+    EXPECT_TRUE(Compare(Table(typed), page).empty());
+}
+
+TEST(CompareRecords, NothingIsComparedWithoutLines) {
+    EXPECT_TRUE(Compare(Table(Records), Page{}).empty());
+}
+
+TEST(ReadText, FoldsTheShapesAReaderConfuses) {
+    EXPECT_EQ(Folded("Wi1liam"), Folded("William"));
+    EXPECT_EQ(Folded("1O"), Folded("lo"));
+    EXPECT_EQ(Folded("Ernma"), Folded("Emma"));
+    EXPECT_EQ(Folded("Th\xE9r\xE8se"), Folded("THERESE"));
+    EXPECT_NE(Folded("Halifax"), Folded("Halifex"));
+    EXPECT_NE(Folded("SMITH"), Folded("SMYTH"));
+}
+
+} // namespace
+
+} // namespace tv
