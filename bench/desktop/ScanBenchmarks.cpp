@@ -16,6 +16,7 @@
 #include <exception>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace bench {
 
@@ -169,7 +170,8 @@ void EnterWhileReading(benchmark::State& state, const ScanFile& file, int zoom) 
     const tv::PrintedLines lines = *found;
     int readings = 0;
     int progress = 0;
-    tv::QtScanReader reader([&progress](int, int) { ++progress; }, [](int, tv::ScanReading) {});
+    tv::QtScanReader reader([&progress](int, int) { ++progress; }, [](int, tv::ScanReading) {},
+                            [](int, std::vector<tv::Disagreement>) {});
     // A reading under way: past the OCR reader's start, which loads its data, into the lines.
     auto startReading = [&] {
         const int before = progress;

@@ -4,7 +4,9 @@
 // the marks the box shows for its record. The rules are Session members in
 // reading/SessionReading.cpp; the desktop runs the reader and hands its results here.
 #include "layout/PrintedLines.h"
+#include "layout/ScanType.h"
 #include "reading/ScanReading.h"
+#include "transcription/RecordTable.h"
 
 #include <cstddef>
 #include <optional>
@@ -29,7 +31,25 @@ struct PageReading {
     std::optional<PrintedLines> Reading;
     // Every field, in table order, where the transcription and the complete reading disagree.
     std::vector<Disagreement> Disagreements;
+    // The comparison of the record table with the complete reading is wanted (after the reading
+    // completed, after a reload); it runs off the user-interface thread, and its result is
+    // taken only when it is of the latest comparison asked for.
+    bool Comparing = false;
+    int Comparison = 0;
 };
+
+// What a comparison compares: copies, so that it can run on any thread while the session goes
+// on.
+struct ReadingComparison {
+    int Id = 0;
+    RecordTable Table;
+    ScanType Scan;
+    PrintedLines Lines;
+    ScanReading Reading;
+};
+
+// Compares the records with the reading (FindDisagreements); any thread.
+std::vector<Disagreement> Compare(const ReadingComparison& comparison);
 
 // The label of the box that shows a field.
 enum class BoxLine { Name, Second };

@@ -97,6 +97,7 @@ void Session::ReadingCompleted(int run, ScanReading reading) {
     if (run != Reading.Run || !Reading.Running || !Reading.Reading) return;
     Reading.Running = false;
     Reading.Percent.reset();
+    Reading.Comparing = false;
     if (reading.Lines.empty()) {
         Reading.Lines.reset();
         Reading.Done.reset();
@@ -110,18 +111,40 @@ void Session::ReadingCompleted(int run, ScanReading reading) {
 
 void Session::ReadingCancelled() {
     const int run = Reading.Run;
+    const int comparison = Reading.Comparison;
     Reading = {};
     Reading.Run = run;
+    Reading.Comparison = comparison;
 }
 
+std::vector<Disagreement> Compare(const ReadingComparison& comparison) {
+    return FindDisagreements(comparison.Table, comparison.Scan, comparison.Lines,
+                             comparison.Reading);
+}
+
+// The disagreements go at once: they name lines of the table compared before. Till the new ones
+// come the status line shows the reading as complete.
 void Session::CompareWithReading() {
     Reading.Disagreements.clear();
-    if (!Reading.Done || !Reading.Lines) return;
-    Reading.Disagreements = FindDisagreements(Table, Scan, *Reading.Lines, *Reading.Done);
+    Reading.Comparison += 1;
+    Reading.Comparing = Reading.Done.has_value() && Reading.Lines.has_value();
+    if (Reading.Comparing) Reading.Percent = 100;
+}
+
+std::optional<ReadingComparison> Session::ComparisonWanted() const {
+    if (!Reading.Comparing || !Reading.Done || !Reading.Lines) return std::nullopt;
+    return ReadingComparison{Reading.Comparison, Table, Scan, *Reading.Lines, *Reading.Done};
+}
+
+void Session::DisagreementsFound(int comparison, std::vector<Disagreement> found) {
+    if (comparison != Reading.Comparison || !Reading.Comparing) return;
+    Reading.Comparing = false;
+    Reading.Percent.reset();
+    Reading.Disagreements = std::move(found);
 }
 
 std::string Session::ReadingStatus() const {
-    if (Reading.Running && Reading.Percent)
+    if ((Reading.Running || Reading.Comparing) && Reading.Percent)
         return "Reading the scan: " + std::to_string(*Reading.Percent) + " %";
     if (!Reading.Done) return "";
     const int records = RecordsDisagreeing(Reading.Disagreements);

@@ -61,6 +61,10 @@ Form1::Form1(Form1Services services, QWidget* parent)
             session_->ReadingCompleted(run, std::move(reading));
             Sync();
         },
+        [this](int comparison, std::vector<Disagreement> found) {
+            session_->DisagreementsFound(comparison, std::move(found));
+            Sync();
+        },
         this);
     findAfterTurn_ = new QTimer(this);
     findAfterTurn_->setSingleShot(true);

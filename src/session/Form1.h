@@ -225,6 +225,7 @@ class Form1 : public QMainWindow {
     QtScanReader* scanReader_ = nullptr;
     QLabel* readingStatus_ = nullptr; // in the status line
     QLabel* scanReads_ = nullptr;     // beside the box
+    int comparisonStarted_ = 0;       // the latest comparison handed to the reader
     static constexpr int FindAfterTurnMs = 400;
     std::vector<std::pair<QAction*, bool Preferences::*>> imageTicks_;
     std::vector<QAction*> boxColours_;

@@ -4,6 +4,7 @@
 
 #include "core/Text.h"
 #include "view/ImageView.h"
+#include "view/QtScanReader.h"
 #include "view/RecordBoxWidget.h"
 
 #include <QLabel>
@@ -60,7 +61,16 @@ void Form1::SyncBox() {
     SyncReadingMarks();
 }
 
+// A comparison the session asks for (a reading completed, the transcription reloaded) starts
+// here, after the command that asked for it.
 void Form1::SyncReadingStatus() {
+    if (session_->Reading.Comparing && comparisonStarted_ != session_->Reading.Comparison) {
+        std::optional<ReadingComparison> wanted = session_->ComparisonWanted();
+        if (wanted) {
+            comparisonStarted_ = wanted->Id;
+            scanReader_->Compare(std::move(*wanted));
+        }
+    }
     readingStatus_->setText(ToQString(session_->ReadingStatus()));
 }
 

@@ -145,9 +145,13 @@ class Session {
     void ReadingCompleted(int run, ScanReading reading);
     // The reading under way, and any reading of the scan before, are dropped: the scan changed.
     void ReadingCancelled();
-    // Compares the record table with the reading of the page, if there is one: after the reading
-    // completes and after every reload of the transcription.
+    // Asks for the record table to be compared with the reading of the page, if there is one:
+    // after the reading completes and after every reload of the transcription.
     void CompareWithReading();
+    // The comparison asked for and not yet done, to run off the user-interface thread.
+    std::optional<ReadingComparison> ComparisonWanted() const;
+    // The disagreements a comparison found; taken when it is the latest one asked for.
+    void DisagreementsFound(int comparison, std::vector<Disagreement> found);
     // The window's status line: how far the reading has got, then the records that disagree;
     // "" while there is nothing to tell.
     std::string ReadingStatus() const;

@@ -40,9 +40,11 @@ QImage AsShown(const QImage& scan, float rotation, const std::atomic<bool>& canc
 
 } // namespace
 
-QtScanReader::QtScanReader(ProgressHandler progress, DoneHandler done, QObject* parent)
+QtScanReader::QtScanReader(ProgressHandler progress, DoneHandler done, ComparedHandler compared,
+                           QObject* parent)
     : QObject(parent), progress_(std::move(progress)), done_(std::move(done)),
-      watcher_(new QFutureWatcher<void>(this)) {
+      compared_(std::move(compared)), watcher_(new QFutureWatcher<void>(this)),
+      comparer_(new QFutureWatcher<std::vector<Disagreement>>(this)) {
     // One reading at a time: a cancelled one gives way within a line.
     pool_.setMaxThreadCount(1);
     connect(watcher_, &QFutureWatcher<void>::finished, this, [this] {
@@ -50,6 +52,11 @@ QtScanReader::QtScanReader(ProgressHandler progress, DoneHandler done, QObject* 
         if (!job || job->Cancelled.load()) return;
         job_.reset();
         done_(job->Run, std::move(job->Result));
+    });
+    connect(comparer_, &QFutureWatcher<std::vector<Disagreement>>::finished, this, [this] {
+        if (!comparing_) return;
+        comparing_ = false;
+        compared_(comparison_, comparer_->result());
     });
 }
 
@@ -86,13 +93,27 @@ void QtScanReader::Reported(const std::shared_ptr<Job>& job, int percent) {
         Qt::QueuedConnection);
 }
 
+// The matching of a long table with a page's lines takes far longer than a key press: never on
+// the user-interface thread.
+void QtScanReader::Compare(ReadingComparison comparison) {
+    comparison_ = comparison.Id;
+    comparing_ = true;
+    comparer_->setFuture(QtConcurrent::run(&pool_, [comparison = std::move(comparison)] {
+        YieldToTheWindow();
+        return tv::Compare(comparison);
+    }));
+}
+
+// A comparison under way is not stopped: its result is of a comparison the session no longer
+// wants, and is dropped there.
 void QtScanReader::Cancel() {
     if (job_) job_->Cancelled.store(true);
     job_.reset();
+    comparing_ = false;
 }
 
 bool QtScanReader::Running() const {
-    return job_ != nullptr;
+    return job_ != nullptr || comparing_;
 }
 
 } // namespace tv

@@ -5,6 +5,7 @@
 // number the caller gave. A newer reading, Cancel or the end of the reader's owner cancels the
 // reading under way; a cancelled reading hands nothing over.
 #include "layout/PrintedLines.h"
+#include "reading/PageReading.h"
 #include "reading/ScanReading.h"
 
 #include <QFutureWatcher>
@@ -15,6 +16,7 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <vector>
 
 namespace tv {
 
@@ -24,14 +26,19 @@ class QtScanReader : public QObject {
   public:
     using ProgressHandler = std::function<void(int run, int percent)>;
     using DoneHandler = std::function<void(int run, ScanReading reading)>;
+    using ComparedHandler = std::function<void(int comparison, std::vector<Disagreement> found)>;
 
-    QtScanReader(ProgressHandler progress, DoneHandler done, QObject* parent = nullptr);
+    QtScanReader(ProgressHandler progress, DoneHandler done, ComparedHandler compared,
+                 QObject* parent = nullptr);
     ~QtScanReader() override;
 
     // Reads lines (found on scan turned by rotation degrees, as the view shows it) on scan
     // (implicitly shared, not copied).
     void Read(const QImage& scan, const PrintedLines& lines, float rotation, int run);
+    // Compares the records with the reading on the reader's thread, after any reading under way.
+    void Compare(ReadingComparison comparison);
     void Cancel();
+    // A reading or a comparison is under way.
     bool Running() const;
 
   private:
@@ -45,9 +52,14 @@ class QtScanReader : public QObject {
 
     ProgressHandler progress_;
     DoneHandler done_;
+    ComparedHandler compared_;
     QThreadPool pool_;
     std::shared_ptr<Job> job_;
     QFutureWatcher<void>* watcher_;
+    // The comparison under way: its number, and what it found.
+    QFutureWatcher<std::vector<Disagreement>>* comparer_;
+    int comparison_ = 0;
+    bool comparing_ = false;
 };
 
 } // namespace tv

@@ -63,6 +63,14 @@ class NextDisagreementTest : public PageSessionTest {
     void CompleteReading(const ScanReading& reading) {
         const int run = S.ReadingStarted(OneColumn(static_cast<int>(reading.Lines.size())));
         S.ReadingCompleted(run, reading);
+        RunComparison();
+    }
+    // The comparison the session asks for, run as the desktop runs it (on another thread there).
+    void RunComparison() {
+        const std::optional<ReadingComparison> wanted = S.ComparisonWanted();
+        ASSERT_TRUE(wanted.has_value());
+        S.DisagreementsFound(wanted->Id, Compare(*wanted));
+        EXPECT_FALSE(S.Reading.Comparing);
     }
 
     std::string FileText() const {
@@ -282,6 +290,10 @@ TEST_F(NextDisagreementTest, AReloadIsComparedWithTheReadingOfThePageWithoutRead
     Press(KeyR);
     EXPECT_EQ(S.Reading.Run, run);
     EXPECT_FALSE(S.Reading.Running);
+    // The disagreements of the table before name its lines: they go until the comparison is done.
+    EXPECT_TRUE(S.Reading.Disagreements.empty());
+    EXPECT_EQ(S.ReadingStatus(), "Reading the scan: 100 %");
+    RunComparison();
     ASSERT_EQ(S.Reading.Disagreements.size(), 1U);
     EXPECT_EQ(S.Reading.Disagreements[0].Line, Record7);
     EXPECT_EQ(S.Reading.Disagreements[0].Transcribed, "Elisabeth");
@@ -299,6 +311,27 @@ TEST_F(NextDisagreementTest, AReadingAgainAfterATurnKeepsTheDisagreementsUntilIt
     Press(KeyF3);
     EXPECT_EQ(S.Table.CurrentLine, Record20);
     S.ReadingCompleted(run, again);
+    RunComparison();
+    EXPECT_TRUE(S.Reading.Disagreements.empty());
+    EXPECT_EQ(S.ReadingStatus(), "Read the scan: no record differs");
+}
+
+TEST_F(NextDisagreementTest, AComparisonOvertakenByAReloadIsDropped) {
+    const ScanReading reading = PrintedAs(Record20, "Joan");
+    const int run = S.ReadingStarted(OneColumn(static_cast<int>(reading.Lines.size())));
+    S.ReadingCompleted(run, reading);
+    const std::optional<ReadingComparison> before = S.ComparisonWanted();
+    ASSERT_TRUE(before.has_value());
+    // The volunteer corrects record 20 and reloads while the first comparison still runs.
+    std::vector<std::string> lines = BirthsPage1878();
+    std::string& text = lines[static_cast<std::size_t>(Record20 - 1)];
+    text.replace(text.find("John"), 4, "Joan");
+    Save(lines);
+    Press(KeyR);
+    S.DisagreementsFound(before->Id, Compare(*before));
+    EXPECT_TRUE(S.Reading.Comparing);
+    EXPECT_TRUE(S.Reading.Disagreements.empty());
+    RunComparison();
     EXPECT_TRUE(S.Reading.Disagreements.empty());
     EXPECT_EQ(S.ReadingStatus(), "Read the scan: no record differs");
 }
