@@ -243,5 +243,31 @@ TEST_F(ScanReadingWindow, ATurnOfTheScanReadsItAgain) {
     });
 }
 
+TEST_F(ScanReadingWindow, WithoutTheOcrDataTheWindowIsAsWithoutTheReading) {
+    const SamplePage page = Page("births1911");
+    // The reader finds no English data where it is told to look.
+    const QByteArray before = qgetenv("TESSDATA_PREFIX");
+    const bool had = qEnvironmentVariableIsSet("TESSDATA_PREFIX");
+    qputenv("TESSDATA_PREFIX", QByteArray::fromStdString(Dir.Path().string() + "/"));
+    StartProgram();
+    RunProgram([&] {
+        Verifying(page);
+        ASSERT_TRUE(
+            WaitFor([this] { return S().Reading.Run > 0 && !Window->ReadingScan(); }, 60000));
+        EXPECT_EQ(StatusText(), "");
+        EXPECT_FALSE(S().Reading.Done.has_value());
+        const int16_t line = S().Table.CurrentLine;
+        PressOnWindow(Qt::Key_F3);
+        EXPECT_EQ(S().Table.CurrentLine, line);
+        EXPECT_TRUE(Window->RdFrame().ShownMarks().empty());
+        EXPECT_FALSE(Find<QLabel>("ScanReads")->isVisible());
+        EXPECT_FALSE(Ended());
+    });
+    if (had)
+        qputenv("TESSDATA_PREFIX", before);
+    else
+        qunsetenv("TESSDATA_PREFIX");
+}
+
 } // namespace
 } // namespace tv::test
