@@ -41,11 +41,89 @@ constexpr double BelowBaseline = 0.30;
 struct LineTask {
     int Column = 0;
     int Index = 0;
-    double Left = 0.0;     // image x where the strip starts
-    double Baseline = 0.0; // image y of the baseline at Left
-    double Slope = 0.0;    // dy/dx of the baseline
-    double Width = 0.0;    // image pixels along the line
+    double Left = 0.0;                               // image x where the strip starts
+    double Baseline = 0.0;                           // image y of the baseline at Left
+    double Slope = 0.0;                              // dy/dx of the baseline
+    double Width = 0.0;                              // image pixels along the line
+    std::shared_ptr<const std::vector<double>> Bend; // the column's, a pitch at a time
 };
+
+uint8_t PixelAt(const GreyImage& scan, int x, int y) {
+    if (x < 0 || y < 0 || x >= scan.Width || y >= scan.Height) return 255;
+    return scan.Pixels[static_cast<std::ptrdiff_t>(y) * scan.Stride + x];
+}
+
+// How far a column's lines lie below the straight lines through their left ends, a pitch of
+// width at a time from the left: a page bent towards the binding bends every line of a column
+// alike. Each stretch's ink, summed across it row by row over the whole column, is a comb of
+// lines; the comb of the next stretch is the same comb shifted by the bend between them, found
+// where the two match best within less than half a pitch (so no line is taken for its
+// neighbour). A stretch without ink (between fields) keeps the bend of the one before.
+std::vector<double> ColumnBend(const GreyImage& scan, const FoundColumn& column, double left,
+                               double top, double slope, double width, double pitch) {
+    constexpr int Dark = 160;
+    const int n = std::max(1, static_cast<int>(std::ceil(width / pitch)));
+    std::vector<double> bend(static_cast<std::size_t>(n), 0.0);
+    if (column.Lines.size() < 3) return bend;
+    const double from = top - pitch;
+    const int rows = static_cast<int>(column.Lines.back().Y - top + 2 * pitch);
+    const int reach = static_cast<int>(0.45 * pitch);
+    const int across = std::max(4, static_cast<int>(pitch / 3));
+    std::vector<int> reference;
+    int shiftOfReference = 0;
+    int shift = 0;
+    for (int b = 0; b < n; ++b) {
+        std::vector<int> comb(static_cast<std::size_t>(rows), 0);
+        long total = 0;
+        for (int k = 0; k < across; ++k) {
+            const double dx = (b + (k + 0.5) / across) * pitch;
+            const int x = static_cast<int>(left + dx);
+            const double y0 = from + dx * slope;
+            for (int r = 0; r < rows; ++r) {
+                const int dark = PixelAt(scan, x, static_cast<int>(y0) + r) < Dark ? 1 : 0;
+                comb[static_cast<std::size_t>(r)] += dark;
+                total += dark;
+            }
+        }
+        // Too little ink to show the lines: a gap between fields.
+        if (total < static_cast<long>(column.Lines.size()) * across / 4) {
+            bend[static_cast<std::size_t>(b)] = shift;
+            continue;
+        }
+        if (reference.empty()) {
+            shift = 0;
+        } else {
+            long best = -1;
+            int bestD = 0;
+            for (int d = -reach; d <= reach; ++d) {
+                long match = 0;
+                for (int r = std::max(0, d); r < rows && r - d < rows; ++r)
+                    match += static_cast<long>(comb[static_cast<std::size_t>(r)]) *
+                             reference[static_cast<std::size_t>(r - d)];
+                if (match > best) {
+                    best = match;
+                    bestD = d;
+                }
+            }
+            shift = shiftOfReference + bestD;
+        }
+        reference = std::move(comb);
+        shiftOfReference = shift;
+        bend[static_cast<std::size_t>(b)] = shift;
+    }
+    return bend;
+}
+
+// The bend at dx along the line, between the middles of the stretches.
+double BendAt(const std::vector<double>& bend, double dx, double pitch) {
+    if (bend.empty()) return 0.0;
+    const double at = dx / pitch - 0.5;
+    if (at <= 0.0) return bend.front();
+    const std::size_t k = static_cast<std::size_t>(at);
+    if (k + 1 >= bend.size()) return bend.back();
+    const double f = at - static_cast<double>(k);
+    return bend[k] + f * (bend[k + 1] - bend[k]);
+}
 
 // The baselines' slope in a column: its lines all start at the column's left edge, so the left
 // ends drift sideways as the page is turned (dX/dY = -tan of the angle).
@@ -71,11 +149,17 @@ double ColumnSlope(const FoundColumn& column) {
     return std::clamp(slope, -0.06, 0.06); // beyond about 3.5 degrees the finder has turned it
 }
 
-std::vector<LineTask> Tasks(const PrintedLines& lines) {
+std::vector<LineTask> Tasks(const GreyImage& scan, const PrintedLines& lines) {
     std::vector<LineTask> tasks;
     for (std::size_t c = 0; c < lines.Columns.size(); ++c) {
         const FoundColumn& column = lines.Columns[c];
         const double slope = ColumnSlope(column);
+        if (column.Lines.empty()) continue;
+        const double margin0 = 0.4 * lines.Pitch;
+        const auto bend = std::make_shared<const std::vector<double>>(
+            ColumnBend(scan, column, column.Lines.front().X - margin0,
+                       column.Lines.front().Y - margin0 * slope, slope,
+                       column.Right - column.Left + 1.2 * margin0, lines.Pitch));
         for (std::size_t i = 0; i < column.Lines.size(); ++i) {
             LineTask t;
             t.Column = static_cast<int>(c);
@@ -86,6 +170,7 @@ std::vector<LineTask> Tasks(const PrintedLines& lines) {
             t.Slope = slope;
             // On the right only a little: the next column starts close by.
             t.Width = column.Right - column.Left + 1.2 * margin;
+            t.Bend = bend;
             tasks.push_back(t);
         }
     }
@@ -108,7 +193,8 @@ Pix* Strip(const GreyImage& scan, const LineTask& t, double pitch, double& scale
         for (int u = 0; u < w; ++u) {
             const double dx = u * step;
             const double x = t.Left + dx;
-            const double y = t.Baseline + dx * t.Slope + top + v * step;
+            const double y =
+                t.Baseline + dx * t.Slope + BendAt(*t.Bend, dx, pitch) + top + v * step;
             const int x0 = static_cast<int>(std::floor(x));
             const int y0 = static_cast<int>(std::floor(y));
             int value = 255;
@@ -170,7 +256,8 @@ ReadLine ReadOne(tesseract::TessBaseAPI& api, const GreyImage& scan, const LineT
                 const double top = -AboveBaseline * pitch;
                 word.Left = t.Left + l / scale;
                 word.Right = t.Left + r / scale;
-                const double lineTop = t.Baseline + (l / scale) * t.Slope + top;
+                const double lineTop =
+                    t.Baseline + (l / scale) * t.Slope + BendAt(*t.Bend, l / scale, pitch) + top;
                 word.Top = lineTop + tp / scale;
                 word.Bottom = lineTop + b / scale;
                 word.Confidence = it->Confidence(tesseract::RIL_WORD);
@@ -191,7 +278,7 @@ ScanReading ReadScanLines(const GreyImage& scan, const PrintedLines& lines,
     reading.ImageWidth = scan.Width;
     reading.ImageHeight = scan.Height;
     if (lines.Empty() || scan.Pixels == nullptr) return reading;
-    const std::vector<LineTask> tasks = Tasks(lines);
+    const std::vector<LineTask> tasks = Tasks(scan, lines);
     std::vector<ReadLine> read(tasks.size());
     std::vector<char> done(tasks.size(), 0);
     std::atomic<std::size_t> next{0};

@@ -4,6 +4,7 @@
 #include "transcription/SplitFields.h"
 
 #include <algorithm>
+#include <cctype>
 #include <limits>
 #include <map>
 
@@ -42,12 +43,15 @@ struct RecordText {
     std::string Whole;               // folded, all fields
     std::string WithoutSurname;      // folded, fields 2 on
     bool Long = false;               // printed over two lines
+    std::vector<int> WholePairs;
+    std::vector<int> WithoutSurnamePairs;
 };
 
 struct LineText {
     const ReadLine* Line = nullptr;
     std::string Whole;    // folded
     bool Heading = false; // a surname on a line of its own
+    std::vector<int> WholePairs;
 };
 
 // One printed entry as read: the words of one or two lines.
@@ -87,13 +91,15 @@ std::vector<RecordText> Records(const RecordTable& table, const ScanType& scan) 
         r.Long = static_cast<int>(table.Forenames[line].size()) >= scan.LongForenamesLen ||
                  (table.HasExtraField &&
                   static_cast<int>(table.ExtraField[line].size()) >= scan.LongExtraLen);
+        r.WholePairs = Pairs(r.Whole);
+        r.WithoutSurnamePairs = Pairs(r.WithoutSurname);
         records.push_back(std::move(r));
     }
     return records;
 }
 
-double Unlikeness(const RecordText& r, const std::string& read) {
-    return 1.0 - std::max(Likeness(r.Whole, read), Likeness(r.WithoutSurname, read));
+double Unlikeness(const RecordText& r, const std::vector<int>& read) {
+    return 1.0 - std::max(Likeness(r.WholePairs, read), Likeness(r.WithoutSurnamePairs, read));
 }
 
 // Each record's read lines (-1: none), by the cheapest order-keeping pairing of records with
@@ -122,12 +128,12 @@ std::vector<std::pair<int, int>> MatchLines(const std::vector<RecordText>& recor
             if (j < nl) relax(i, j + 1, lines[j].Whole.empty() ? 0.0 : PassLine, SkipLine);
             if (i < nr) relax(i + 1, j, PassRecord, SkipRecord);
             if (i < nr && j < nl && !lines[j].Whole.empty()) {
-                const double c = Unlikeness(records[i], lines[j].Whole);
+                const double c = Unlikeness(records[i], lines[j].WholePairs);
                 if (c <= MostUnlike) relax(i + 1, j + 1, c, One);
             }
             if (i < nr && records[i].Long && j + 1 < nl && !lines[j].Whole.empty() &&
                 !lines[j + 1].Whole.empty()) {
-                const double c = Unlikeness(records[i], lines[j].Whole + lines[j + 1].Whole);
+                const double c = Unlikeness(records[i], Pairs(lines[j].Whole + lines[j + 1].Whole));
                 if (c <= MostUnlike) relax(i + 1, j + 2, c + SecondLine, Two);
             }
         }
@@ -301,6 +307,36 @@ Surname SurnameOnLine(const PrintedLines& lines, const ReadLine& line) {
     return Surname::Either;
 }
 
+// The index prints forenames with a capital to each name in every period, where surnames stand
+// in capitals in some periods and not in others: a forename typed with a small first letter
+// where the print has a capital (or the other way) differs, when the letter's two forms do not
+// look alike (c, k, o, p, s, u, v, w, x, z read either way).
+bool CapitalsDiffer(const std::string& typed, const std::string& read) {
+    auto initials = [](const std::string& text) {
+        std::vector<char> first;
+        bool start = true;
+        for (const char c : text) {
+            const bool letter = std::isalpha(static_cast<unsigned char>(c)) != 0;
+            if (letter && start) first.push_back(c);
+            start = c == ' ' || c == '-';
+        }
+        return first;
+    };
+    const std::vector<char> a = initials(typed);
+    const std::vector<char> b = initials(read);
+    if (a.size() != b.size()) return false;
+    static const std::string alike = "ckopsuvwxz";
+    for (std::size_t k = 0; k < a.size(); ++k) {
+        const char lower = static_cast<char>(std::tolower(static_cast<unsigned char>(a[k])));
+        if (alike.find(lower) != std::string::npos) continue;
+        if (lower != std::tolower(static_cast<unsigned char>(b[k]))) continue;
+        if ((std::isupper(static_cast<unsigned char>(a[k])) != 0) !=
+            (std::isupper(static_cast<unsigned char>(b[k])) != 0))
+            return true;
+    }
+    return false;
+}
+
 } // namespace
 
 std::vector<Disagreement> FindDisagreements(const RecordTable& table, const ScanType& scan,
@@ -316,6 +352,7 @@ std::vector<Disagreement> FindDisagreements(const RecordTable& table, const Scan
         for (const ReadWord& w : line.Words)
             l.Whole += Folded(w.Text);
         l.Heading = scan.SurnameOwnLine && SurnameOnly(line);
+        l.WholePairs = Pairs(l.Whole);
         read.push_back(std::move(l));
     }
     const std::vector<std::pair<int, int>> matched = MatchLines(records, read);
@@ -373,7 +410,9 @@ std::vector<Disagreement> FindDisagreements(const RecordTable& table, const Scan
                 surnameConfidence = fr.Confidence;
             }
             if (!fr.Printed || fr.Confidence < DoubtfulBelow) continue;
-            if (Folded(fr.Read) == Folded(transcribed)) continue;
+            if (Folded(fr.Read) == Folded(transcribed) &&
+                !(f == 1 && CapitalsDiffer(transcribed, fr.Read)))
+                continue;
             found.push_back({record.Line, static_cast<int>(f + 1), transcribed, fr.Read});
         }
     }

@@ -57,34 +57,39 @@ std::string Folded(const std::string& text) {
     return s;
 }
 
-double Likeness(const std::string& a, const std::string& b) {
-    if (a.size() < 2 || b.size() < 2) return a == b && !a.empty() ? 1.0 : 0.0;
-    auto pairs = [](const std::string& s) {
-        std::vector<int> p;
-        p.reserve(s.size());
-        for (std::size_t k = 0; k + 1 < s.size(); ++k)
-            p.push_back(static_cast<unsigned char>(s[k]) * 256 +
-                        static_cast<unsigned char>(s[k + 1]));
-        std::sort(p.begin(), p.end());
-        return p;
-    };
-    const std::vector<int> pa = pairs(a);
-    const std::vector<int> pb = pairs(b);
+std::vector<int> Pairs(const std::string& folded) {
+    std::vector<int> p;
+    if (folded.size() < 2) return p;
+    p.reserve(folded.size() - 1);
+    for (std::size_t k = 0; k + 1 < folded.size(); ++k)
+        p.push_back(static_cast<unsigned char>(folded[k]) * 256 +
+                    static_cast<unsigned char>(folded[k + 1]));
+    std::sort(p.begin(), p.end());
+    return p;
+}
+
+double Likeness(const std::vector<int>& a, const std::vector<int>& b) {
+    if (a.empty() || b.empty()) return 0.0;
     std::size_t i = 0;
     std::size_t j = 0;
     int shared = 0;
-    while (i < pa.size() && j < pb.size()) {
-        if (pa[i] == pb[j]) {
+    while (i < a.size() && j < b.size()) {
+        if (a[i] == b[j]) {
             ++shared;
             ++i;
             ++j;
-        } else if (pa[i] < pb[j]) {
+        } else if (a[i] < b[j]) {
             ++i;
         } else {
             ++j;
         }
     }
-    return 2.0 * shared / static_cast<double>(pa.size() + pb.size());
+    return 2.0 * shared / static_cast<double>(a.size() + b.size());
+}
+
+double Likeness(const std::string& a, const std::string& b) {
+    if (a.size() < 2 || b.size() < 2) return a == b && !a.empty() ? 1.0 : 0.0;
+    return Likeness(Pairs(a), Pairs(b));
 }
 
 } // namespace tv

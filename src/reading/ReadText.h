@@ -25,4 +25,11 @@ std::string Folded(const std::string& text);
 // How alike two folded strings are, 0 (nothing shared) to 1 (the same pairs of characters).
 double Likeness(const std::string& a, const std::string& b);
 
+// The pairs of neighbouring characters of a folded string, sorted: compared many times, a
+// string's pairs are made once.
+std::vector<int> Pairs(const std::string& folded);
+// Likeness of the strings whose pairs these are (a string of one character has no pairs and is
+// like nothing).
+double Likeness(const std::vector<int>& a, const std::vector<int>& b);
+
 } // namespace tv

@@ -97,22 +97,27 @@ TEST_P(ComparePage, FindsTheSlipsOnTheirLineAndFieldWithFewFalseReports) {
 }
 
 // Every layout as the generator draws it (turned a little, lit unevenly), two turned by a whole
-// degree, and a worn page bent towards the binding (faded ink, soft focus, coarse grain).
-INSTANTIATE_TEST_SUITE_P(CompareCommand, ComparePage,
-                         ::testing::Values(PageCase{"births1843", "", 0.80, 0.03},
-                                           PageCase{"births1872", "", 0.80, 0.03},
-                                           PageCase{"births1872double", "", 0.80, 0.03},
-                                           PageCase{"births1911", "", 0.90, 0.03},
-                                           PageCase{"births1965", "", 0.90, 0.03},
-                                           PageCase{"births1872", "--rotation 1.0", 0.80, 0.03},
-                                           PageCase{"births1965", "--rotation 1.0", 0.90, 0.03},
-                                           PageCase{"births1872", "--worn --shape curved", 0.75,
-                                                    0.08}));
+// degree, and two worn pages bent towards the binding (faded ink, soft focus, coarse grain).
+INSTANTIATE_TEST_SUITE_P(
+    CompareCommand, ComparePage,
+    ::testing::Values(PageCase{"births1843", "", 0.90, 0.03},
+                      PageCase{"births1872", "", 0.80, 0.03},
+                      PageCase{"births1872double", "", 0.90, 0.03},
+                      PageCase{"births1911", "", 0.90, 0.03},
+                      PageCase{"births1965", "", 0.90, 0.03},
+                      PageCase{"births1872", "--rotation 1.0", 0.90, 0.03},
+                      PageCase{"births1965", "--rotation 1.0", 0.90, 0.03},
+                      PageCase{"births1872", "--worn --shape curved", 0.75, 0.08},
+                      PageCase{"births1911", "--worn --shape curved", 0.75, 0.08}));
 
-TEST(CompareCommand, APageTypedWithoutSlipsHasNothingToReport) {
+// A blank sheet has no lines to read: nothing disagrees.
+TEST(CompareCommand, NothingReadNothingReportedAndExitStatus0) {
+    TempDir dir;
+    const std::string blank =
+        dir.Write("blank.pgm",
+                  "P5\n600 800\n255\n" + std::string(static_cast<std::size_t>(600 * 800), '\xFF'));
     const TruePage& page = SamplePage("births1911");
-    const ProcessResult run =
-        RunTallyview({"--compare", page.Scan.string(), page.Transcription.string()});
+    const ProcessResult run = RunTallyview({"--compare", blank, page.Transcription.string()});
     EXPECT_EQ(run.Status, 0) << run.Out << run.Err;
     EXPECT_EQ(run.Out, "");
 }

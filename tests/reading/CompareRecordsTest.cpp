@@ -141,6 +141,21 @@ TEST(CompareRecords, AccentsPunctuationAndCapitalsAreFoldedAway) {
     EXPECT_TRUE(Compare(Table(typed), Read(printed)).empty());
 }
 
+TEST(CompareRecords, AForenameTypedWithoutItsCapitalDiffersButASurnamesCapitalsDoNot) {
+    std::vector<std::string> typed = Records;
+    typed[0] = "Abbott,mary,Leeds,9b,211";
+    typed[1] = "ABBOTT,william,Bristol,6a,74"; // w and W look alike: not reported
+    typed[4] = "ALLEN,emma,Salford,8d,333";
+    typed[2] = "ACKROYD,sarah Ann,Halifax,9a,405"; // s and S look alike: not reported
+    const std::vector<Disagreement> found = Compare(Table(typed), Read(Printed));
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(found[0].Line, 2);
+    EXPECT_EQ(found[0].Field, 2);
+    EXPECT_EQ(found[0].Read, "Mary");
+    EXPECT_EQ(found[1].Line, 6);
+    EXPECT_EQ(found[1].Field, 2);
+}
+
 TEST(CompareRecords, AWordTheReaderDoubtsIsNotADisagreement) {
     std::vector<std::string> typed = Records;
     typed[2] = "ACKROYD,Sarah Ann,Halifex,9a,405";
@@ -254,6 +269,15 @@ TEST(ReadText, FoldsTheShapesAReaderConfuses) {
     EXPECT_EQ(Folded("Th\xE9r\xE8se"), Folded("THERESE"));
     EXPECT_NE(Folded("Halifax"), Folded("Halifex"));
     EXPECT_NE(Folded("SMITH"), Folded("SMYTH"));
+}
+
+TEST(ReadText, LikenessCountsTheSharedPairsOfCharacters) {
+    EXPECT_DOUBLE_EQ(Likeness("SMITH", "SMITH"), 1.0);
+    EXPECT_DOUBLE_EQ(Likeness("ABC", "XYZ"), 0.0);
+    // SM MI IT TH against SM MY YT TH: two of four shared.
+    EXPECT_DOUBLE_EQ(Likeness("SMITH", "SMYTH"), 0.5);
+    EXPECT_DOUBLE_EQ(Likeness(Pairs("SMITH"), Pairs("SMYTH")), 0.5);
+    EXPECT_DOUBLE_EQ(Likeness(Pairs("S"), Pairs("S")), 0.0);
 }
 
 } // namespace
