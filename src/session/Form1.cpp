@@ -114,6 +114,7 @@ void Form1::BuildWindow() {
     // What the scan reads for the box's marked fields, beside the box.
     scanReads_ = new QLabel(central);
     scanReads_->setObjectName(QStringLiteral("ScanReads"));
+    scanReads_->setAccessibleName(QStringLiteral("What the scan reads"));
     scanReads_->setTextFormat(Qt::PlainText);
     scanReads_->setAutoFillBackground(true);
     scanReads_->setMargin(2);
