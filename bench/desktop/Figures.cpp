@@ -72,6 +72,9 @@ const std::vector<Figure>& Figures() {
                              " % / whole-image smooth rotation",
                          "Rotate" + at, "RotateWhole", 0.1, true});
         }
+        // The reader runs on threads of its own behind the window's: a key never waits for it.
+        f.push_back({"ENTER to repainted frame while the page is read, zoom 100 % / ENTER alone",
+                     "EnterWhileReading@100", "Enter@100", 1.5, true});
         f.push_back({"Zoom step (100 % to 90 % and back) / whole-image smooth scaling", "ZoomStep",
                      "ScaleWhole", 0.1, true});
         // The finder runs on a worker once per scan; the window never waits for it. A Group 4

@@ -8,12 +8,15 @@
 
 #include "session/Form1.h"
 #include "view/ImageView.h"
+#include "view/QtScanReader.h"
 
 #include <QImageReader>
 #include <QTransform>
 
 #include <exception>
 #include <memory>
+#include <optional>
+#include <vector>
 
 namespace bench {
 
@@ -152,6 +155,56 @@ void KeyDownThePage(benchmark::State& state, const ScanFile& file, int zoom, Qt:
     }
 }
 
+// ENTER pressed down the page as above while the page's found lines are read by the window's
+// reader, at its own priority, its progress coming to the event loop; a reading that ends is
+// started again (untimed), so that every press meets one under way.
+void EnterWhileReading(benchmark::State& state, const ScanFile& file, int zoom) {
+    VerifyingWindow& w = WindowOn(file);
+    w.ZoomTo(zoom);
+    w.Home();
+    const std::optional<tv::PrintedLines>& found = w.Model().Lines.Found;
+    if (!found || found->Empty()) {
+        state.SkipWithError("no printed lines were found on the page");
+        return;
+    }
+    const tv::PrintedLines lines = *found;
+    int readings = 0;
+    int progress = 0;
+    tv::QtScanReader reader([&progress](int, int) { ++progress; }, [](int, tv::ScanReading) {},
+                            [](int, std::vector<tv::Disagreement>) {});
+    // A reading under way: past the OCR reader's start, which loads its data, into the lines.
+    auto startReading = [&] {
+        const int before = progress;
+        reader.Read(w.View().Scan(), lines, 0.0F, ++readings);
+        WaitFor([&] { return progress > before || !reader.Running(); });
+        return progress > before;
+    };
+    if (!startReading()) {
+        state.SkipWithError("the page could not be read");
+        return;
+    }
+    int presses = 0;
+    IterationClock clock(state);
+    for (auto _ : state) {
+        if (!reader.Running() || w.AtLastRecord() || presses == LinesPerColumn - 1) {
+            state.PauseTiming();
+            if (!reader.Running()) startReading();
+            if (w.AtLastRecord() || presses == LinesPerColumn - 1) {
+                w.Home();
+                presses = 0;
+            }
+            state.ResumeTiming();
+        }
+        clock.Start();
+        w.Key(Qt::Key_Return);
+        Settle();
+        clock.Stop();
+        ++presses;
+    }
+    state.counters["Readings"] = readings;
+    state.counters["ProgressReports"] = progress;
+}
+
 // Turned by one step and back again, never at 0 degrees, where nothing is turned at all.
 void Rotate(benchmark::State& state, const ScanFile& file, int zoom) {
     VerifyingWindow& w = WindowOn(file);
@@ -232,6 +285,9 @@ void RegisterScanBenchmarks(const std::vector<ScanFile>& files, bool briefly) {
         Register("RotateWhole", file, RotateWhole);
         Register("ScaleWhole", file, ScaleWhole);
         RegisterKeys(file, 100);
+        Register("EnterWhileReading@100", file, [](benchmark::State& state, const ScanFile& f) {
+            EnterWhileReading(state, f, 100);
+        });
         Register("ZoomStep", file, ZoomStep);
         RegisterKeys(file, 25);
     }

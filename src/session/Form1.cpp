@@ -6,6 +6,7 @@
 #include "view/ImageView.h"
 #include "view/KeyCodes.h"
 #include "view/QtLineFinder.h"
+#include "view/QtScanReader.h"
 #include "view/RecordBoxWidget.h"
 
 #include <QApplication>
@@ -47,11 +48,21 @@ Form1::Form1(Form1Services services, QWidget* parent)
     connect(view_, &ImageView::scrolled, this, &Form1::ViewScrolled);
     connect(view_, &ImageView::repainted, this, &Form1::ViewRepainted);
     connect(this, &Form1::Synced, this, &Form1::DiagBoxRefresh);
-    // Lines found late serve the placements made after they come; Sync shows a box that the
-    // first stage placed again because the user had not moved it yet.
     lineFinder_ = new QtLineFinder(
-        [this](PrintedLines lines, float rotation) {
-            session_->PrintedLinesFound(std::move(lines), rotation);
+        [this](PrintedLines lines, float rotation) { LinesFound(std::move(lines), rotation); },
+        this);
+    // The reading's progress changes only the status line; its result may mark the box.
+    scanReader_ = new QtScanReader(
+        [this](int run, int percent) {
+            session_->ReadingProgress(run, percent);
+            SyncReadingStatus();
+        },
+        [this](int run, ScanReading reading) {
+            session_->ReadingCompleted(run, std::move(reading));
+            Sync();
+        },
+        [this](int comparison, std::vector<Disagreement> found) {
+            session_->DisagreementsFound(comparison, std::move(found));
             Sync();
         },
         this);
@@ -100,9 +111,21 @@ void Form1::BuildWindow() {
     dummyBox_->setAccessibleName(QStringLiteral("Record box"));
     dummyBox_->setGeometry(0, 0, 0, 0);
     diagFrame_ = BuildDiagFrame(central);
+    // What the scan reads for the box's marked fields, beside the box.
+    scanReads_ = new QLabel(central);
+    scanReads_->setObjectName(QStringLiteral("ScanReads"));
+    scanReads_->setAccessibleName(QStringLiteral("What the scan reads"));
+    scanReads_->setTextFormat(Qt::PlainText);
+    scanReads_->setAutoFillBackground(true);
+    scanReads_->setMargin(2);
+    scanReads_->hide();
     // The buttons stay above a box that the user scrolled out of the view.
     buttonBar_->raise();
 
+    readingStatus_ = new QLabel(this);
+    readingStatus_->setObjectName(QStringLiteral("ReadingStatus"));
+    readingStatus_->setTextFormat(Qt::PlainText);
+    statusBar()->addWidget(readingStatus_, 1);
     versionLine_ = new QLabel(this);
     versionLine_->setObjectName(QStringLiteral("VersionLine"));
     statusBar()->addPermanentWidget(versionLine_);
@@ -234,6 +257,7 @@ void Form1::Outcome(const CommandOutcome& outcome) {
 void Form1::Form_Load2() {
     findAfterTurn_->stop();
     lineFinder_->Cancel();
+    scanReader_->Cancel();
     session_->Form_Load2();
     boxShown_ = false;
     Sync();
@@ -281,6 +305,17 @@ void Form1::FindLines() {
                       session_->Box.ScanRotation);
 }
 
+// Lines found late serve the placements made after they come; Sync shows a box that the first
+// stage placed again because the user had not moved it yet. A reading under way on the lines of
+// the scan as it was turned before gives way to this one.
+void Form1::LinesFound(PrintedLines lines, float rotation) {
+    session_->PrintedLinesFound(lines, rotation);
+    const QImage& scan = view_->Scan();
+    if (!lines.Empty() && !scan.isNull())
+        scanReader_->Read(scan, lines, rotation, session_->ReadingStarted(lines));
+    Sync();
+}
+
 // A turn is usually one of several presses: the lines are found again once the presses pause,
 // and the lines of the scan as it was are not used meanwhile.
 void Form1::FindLinesAfterTurning() {
@@ -290,6 +325,10 @@ void Form1::FindLinesAfterTurning() {
 
 bool Form1::FindingLines() const {
     return lineFinder_->Running();
+}
+
+bool Form1::ReadingScan() const {
+    return scanReader_->Running();
 }
 
 void Form1::StartVerifying() {

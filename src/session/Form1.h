@@ -66,6 +66,7 @@ struct Form1Services {
 };
 
 class QtLineFinder;
+class QtScanReader;
 
 class Form1 : public QMainWindow {
     Q_OBJECT
@@ -104,6 +105,8 @@ class Form1 : public QMainWindow {
     void Form_KeyDown(int keyCode, bool shift, bool alt);
     // The line finder is at work on the scan.
     bool FindingLines() const;
+    // The OCR reader is at work on the found lines of the scan.
+    bool ReadingScan() const;
 
   signals:
     void ShowStatistics(bool statisticsOnly);
@@ -134,6 +137,9 @@ class Form1 : public QMainWindow {
     // Starts the line finder on the scan as it is shown now (turned by the user, if so).
     void FindLines();
     void FindLinesAfterTurning();
+    // The lines were found on the scan turned by rotation degrees: the reading of the page starts
+    // on them, when there are any.
+    void LinesFound(PrintedLines lines, float rotation);
     // Runs a session operation for a button or menu item, then brings the window up to date.
     void Do(const std::function<void()>& operation);
     // A key for the session; the outcome also tells when it completed a calibration.
@@ -181,6 +187,10 @@ class Form1 : public QMainWindow {
     void Sync();
     void SyncBox();
     void SyncCommands();
+    // The reading's status line, the marks of the record in the box and the scan's reading of the
+    // marked fields beside the box.
+    void SyncReadingStatus();
+    void SyncReadingMarks();
     int Pixels(int32_t twips) const;
 
     Form1Services services_;
@@ -211,6 +221,11 @@ class Form1 : public QMainWindow {
     // Finds the printed lines of the scan off the user-interface thread.
     QtLineFinder* lineFinder_ = nullptr;
     QTimer* findAfterTurn_ = nullptr;
+    // Reads the found lines of the scan off the user-interface thread.
+    QtScanReader* scanReader_ = nullptr;
+    QLabel* readingStatus_ = nullptr; // in the status line
+    QLabel* scanReads_ = nullptr;     // beside the box
+    int comparisonStarted_ = 0;       // the latest comparison handed to the reader
     static constexpr int FindAfterTurnMs = 400;
     std::vector<std::pair<QAction*, bool Preferences::*>> imageTicks_;
     std::vector<QAction*> boxColours_;

@@ -62,6 +62,7 @@ void Form1::BuildImageMenu() {
     menuFollowLines_ = MenuItem(
         scan, "MenuFollowPrintedLines", "Follow Printed Lines",
         [&s] { s.Lines.FollowPrintedLines = !s.Lines.FollowPrintedLines; }, true);
+    MenuItem(scan, "MenuNextDisagreement", "Next Disagreement\tF3", [&s] { s.NextDisagreement(); });
     MenuItem(scan, "MenuZoomIn", "Zoom In\tF11", [&s] { s.Zoom(+1.0F); });
     MenuItem(scan, "MenuZoomOut", "Zoom Out\tF12", [&s] { s.Zoom(-1.0F); });
     scan->addSeparator();

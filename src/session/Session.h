@@ -9,6 +9,7 @@
 #include "layout/LineUp.h"
 #include "layout/ScanLayoutOptions.h"
 #include "layout/ScanType.h"
+#include "reading/PageReading.h"
 #include "session/ScanHistory.h"
 #include "session/Settings.h"
 #include "stats/Checks.h"
@@ -99,6 +100,7 @@ class Session {
     ScanHistory History;
     Preferences Prefs;
     LineFinding Lines;
+    PageReading Reading;
     CommandState Commands;
     std::string GraphicsFile;      // native path, "" when no scan
     std::string TranscriptionFile; // native path
@@ -132,6 +134,31 @@ class Session {
     // After the box moved by whole line spacings from a box that stood topBefore (twips): the
     // found line nearest the new place, keeping the box's distance from the line it stood on.
     std::optional<FoundLine> FollowPrintedLine(int32_t topBefore);
+
+    // --- reading/SessionReading.cpp
+    // A reading of the scan starts on these found lines; the number of its run, which its
+    // reports carry.
+    int ReadingStarted(const PrintedLines& lines);
+    // The reading of run has read this share (0..100) of the lines.
+    void ReadingProgress(int run, int percent);
+    // The reading of run is complete: the record table is compared with it.
+    void ReadingCompleted(int run, ScanReading reading);
+    // The reading under way, and any reading of the scan before, are dropped: the scan changed.
+    void ReadingCancelled();
+    // Asks for the record table to be compared with the reading of the page, if there is one:
+    // after the reading completes and after every reload of the transcription.
+    void CompareWithReading();
+    // The comparison asked for and not yet done, to run off the user-interface thread.
+    std::optional<ReadingComparison> ComparisonWanted() const;
+    // The disagreements a comparison found; taken when it is the latest one asked for.
+    void DisagreementsFound(int comparison, std::vector<Disagreement> found);
+    // The window's status line: how far the reading has got, then the records that disagree;
+    // "" while there is nothing to tell.
+    std::string ReadingStatus() const;
+    // Next Disagreement (F3): to the next record after the current one where a field disagrees.
+    void NextDisagreement();
+    // The fields of the record in the box that disagree, where the box shows them.
+    std::vector<FieldMark> BoxMarks() const;
 
     // --- layout/ZoomRotate.cpp
     // +1 one step in, -1 one step out, 10 or more a percentage of BaseZoom.

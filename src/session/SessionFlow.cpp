@@ -86,6 +86,8 @@ void Session::Form_Load2() {
     Box.BoxPlacementPending = false;
     // The lines found on the scan before belong to it, not to the next one.
     Lines.Found.reset();
+    // So is its reading.
+    ReadingCancelled();
     Caption = AppTitle;
     // A freshly loaded scan is never mirrored.
     Prefs.Mirror = false;

@@ -175,6 +175,8 @@ CommandOutcome Session::ReloadTranscription() {
     TranscriptionFileTime = ModificationTime(TranscriptionFile);
     CalcLineJump(Table, Scan, Calib.ColumnTopLine);
     UpdateStats();
+    // The page is the same: its reading is compared with the new table, not read again.
+    CompareWithReading();
     outcome.StatisticsChanged = true;
     if (RefindColumnTops(*this, keys)) {
         ShowReloaded(*this);

@@ -32,6 +32,7 @@ enum KeyCode : int {
     KeyNumPlus = 107,
     KeyNumMinus = 109,
     KeyF1 = 112,
+    KeyF3 = 114, // Next Disagreement: a key of its own, which no other command uses
     KeyF11 = 122,
     KeyF12 = 123,
     KeyPlus = 187,

@@ -245,6 +245,9 @@ CommandOutcome Dispatch(Session& s, const KeyPress& key, int16_t step) {
     case KeyF1:
         outcome.OpenHelp = true;
         break;
+    case KeyF3:
+        s.NextDisagreement();
+        break;
     case KeyF11:
         s.Zoom(+1);
         break;

@@ -6,6 +6,7 @@
 
 #include <QLabel>
 #include <QMouseEvent>
+#include <QPainter>
 
 #include <algorithm>
 #include <cmath>
@@ -31,6 +32,28 @@ QLabel* BoxLabel(QWidget* parent, const char* name) {
     return label;
 }
 
+// A field's mark: a see-through yellow over its letters, so that they stay readable on every
+// box colour, with a red line beneath them. Clicks and drags go through it to the label.
+const QColor MarkFill(255, 225, 0, 130);
+const QColor MarkLine(200, 0, 0);
+constexpr int MarkLineWidth = 2;
+
+class FieldMarker : public QWidget {
+  public:
+    explicit FieldMarker(QWidget* parent) : QWidget(parent) {
+        setObjectName(QStringLiteral("FieldMark"));
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        setFocusPolicy(Qt::NoFocus);
+    }
+
+  protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.fillRect(rect(), MarkFill);
+        painter.fillRect(0, height() - MarkLineWidth, width(), MarkLineWidth, MarkLine);
+    }
+};
+
 int Pixels(int32_t twips, double twipsPerPixel) {
     return static_cast<int>(std::lround(twips / twipsPerPixel));
 }
@@ -43,6 +66,13 @@ void PaintBoxColour(QWidget* widget, int16_t colourIndex) {
     palette.setColor(QPalette::Window, QColor(rgb.Red, rgb.Green, rgb.Blue));
     const Rgb text = BoxTextColour(colourIndex);
     palette.setColor(QPalette::WindowText, QColor(text.Red, text.Green, text.Blue));
+    widget->setPalette(palette);
+}
+
+void PaintMarkColour(QWidget* widget) {
+    QPalette palette = widget->palette();
+    palette.setColor(QPalette::Window, QColor(MarkFill.red(), MarkFill.green(), MarkFill.blue()));
+    palette.setColor(QPalette::WindowText, Qt::black);
     widget->setPalette(palette);
 }
 
@@ -98,6 +128,37 @@ void RecordBoxWidget::ShowContent(const RecordBoxContent& content, const std::st
     ResizeBox->setGeometry(width - HandlePixels, height() - HandlePixels, HandlePixels,
                            HandlePixels);
     ResizeBox->raise();
+}
+
+void RecordBoxWidget::ShowMarks(const std::vector<FieldMark>& marks) {
+    std::size_t shown = 0;
+    for (const FieldMark& mark : marks) {
+        if (!mark.Line) continue;
+        QLabel* label = *mark.Line == BoxLine::Name ? NameBox : DistBox;
+        const QString text = label->text();
+        const auto start = static_cast<qsizetype>(mark.Start);
+        const auto length = static_cast<qsizetype>(mark.Length);
+        if (start + length > text.size()) continue;
+        if (shown == marks_.size()) marks_.push_back(new FieldMarker(label));
+        QWidget* marker = marks_[shown++];
+        marker->setParent(label);
+        const QFontMetrics metrics(label->font());
+        const QRect inside = label->contentsRect();
+        marker->setGeometry(inside.left() + metrics.horizontalAdvance(text.left(start)),
+                            inside.top(), metrics.horizontalAdvance(text.mid(start, length)),
+                            inside.height());
+        marker->show();
+        marker->raise();
+    }
+    for (std::size_t i = shown; i < marks_.size(); ++i)
+        marks_[i]->hide();
+}
+
+std::vector<QWidget*> RecordBoxWidget::ShownMarks() const {
+    std::vector<QWidget*> shown;
+    for (QWidget* marker : marks_)
+        if (!marker->isHidden()) shown.push_back(marker);
+    return shown;
 }
 
 bool RecordBoxWidget::eventFilter(QObject* watched, QEvent* event) {

@@ -3,6 +3,7 @@
 // DistBox), the notes below them (NotesBox) and the size handle (ResizeBox) in the bottom right
 // corner. It draws the model's box content and turns mouse drags on its labels into a drop
 // place and drags on its handle into a width; the main window hands both to the session.
+#include "reading/PageReading.h"
 #include "view/RecordBox.h"
 
 #include <QFrame>
@@ -10,6 +11,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 class QLabel;
 
@@ -18,6 +20,10 @@ namespace tv {
 // Gives a widget the background of box colour colourIndex (0..6) with the text colour that
 // stays readable on it (BoxTextColour).
 void PaintBoxColour(QWidget* widget, int16_t colourIndex);
+
+// Gives a widget the colour that marks a field where the scan reads something else, as the
+// scan's reading beside the box shows it.
+void PaintMarkColour(QWidget* widget);
 
 class RecordBoxWidget : public QFrame {
     Q_OBJECT
@@ -28,6 +34,12 @@ class RecordBoxWidget : public QFrame {
     // Shows the content at the box size, the label layout taken from the content (all twips).
     void ShowContent(const RecordBoxContent& content, const std::string& fontName, int32_t boxWidth,
                      int32_t boxHeight, double twipsPerPixel);
+
+    // Marks the fields of the record where the scan reads something else: each is drawn over
+    // its part of the label's text, which stays as it is.
+    void ShowMarks(const std::vector<FieldMark>& marks);
+    // The marks shown, each a child of the label whose text it covers.
+    std::vector<QWidget*> ShownMarks() const;
 
     QLabel* NameBox;
     QLabel* DistBox;
@@ -52,6 +64,7 @@ class RecordBoxWidget : public QFrame {
     std::optional<QPoint> grab_;
     // How far right of the pointer the box's right edge stood, while resizing.
     std::optional<int> resizeOffset_;
+    std::vector<QWidget*> marks_;
 };
 
 } // namespace tv

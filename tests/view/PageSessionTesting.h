@@ -23,7 +23,7 @@ inline const std::vector<int>& TableKeys() {
         KeyBackspace, KeyEnter,    KeyPageUp, KeyPageDown, KeyEnd,  KeyHome, KeyLeft, KeyUp,
         KeyRight,     KeyDown,     KeyA,      KeyB,        KeyC,    KeyD,    KeyF,    KeyL,
         KeyM,         KeyO,        KeyR,      KeyS,        KeyNum2, KeyNum4, KeyNum6, KeyNum8,
-        KeyNumPlus,   KeyNumMinus, KeyF1,     KeyF11,      KeyF12,  KeyPlus, KeyMinus};
+        KeyNumPlus,   KeyNumMinus, KeyF1,     KeyF3,       KeyF11,  KeyF12,  KeyPlus, KeyMinus};
     return keys;
 }
 
