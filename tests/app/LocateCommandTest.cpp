@@ -63,6 +63,11 @@ struct ShapedPage {
     double Share; // of the records placed within a quarter pitch and a pitch
 };
 
+// The page's kind and options in the test's name when it fails.
+void PrintTo(const ShapedPage& page, std::ostream* out) {
+    *out << page.Kind << ' ' << page.Options;
+}
+
 class LocateShapedPage : public ::testing::TestWithParam<ShapedPage> {};
 
 TEST_P(LocateShapedPage, PlacesItsShareOfTheRecordsOnTheirBaseline) {
@@ -77,7 +82,11 @@ INSTANTIATE_TEST_SUITE_P(LocateCommand, LocateShapedPage,
                          ::testing::Values(ShapedPage{"births1911", "--rotation 1.0", 0.98},
                                            ShapedPage{"births1872double", "--rotation -1.0", 0.98},
                                            ShapedPage{"births1965", "--rotation 1.0", 0.98},
+                                           ShapedPage{"births1843", "--shape curved", 0.95},
+                                           ShapedPage{"births1843", "--shape keystoned", 0.95},
                                            ShapedPage{"births1872", "--shape curved", 0.95},
+                                           ShapedPage{"births1872", "--shape keystoned", 0.95},
+                                           ShapedPage{"births1872double", "--shape curved", 0.95},
                                            ShapedPage{"births1911", "--shape curved", 0.95},
                                            ShapedPage{"births1965", "--shape curved", 0.95},
                                            ShapedPage{"births1911", "--shape keystoned", 0.95},
