@@ -167,6 +167,19 @@ std::vector<Span> SplitColumns(const std::vector<double>& ink, int columnsAcross
             ++x;
         gaps.push_back({start, x});
     }
+    // A sliver of ink at either side beyond a wide gap is the sheet's edge or the dark surround
+    // a slanted photograph uncovers in its corners, not a column.
+    const int sliver = std::max(3, n / 100);
+    if (!gaps.empty() && gaps.back().Right - gaps.back().Left >= n / 50 &&
+        last + 1 - gaps.back().Right < sliver) {
+        last = gaps.back().Left - 1;
+        gaps.pop_back();
+    }
+    if (!gaps.empty() && gaps.front().Right - gaps.front().Left >= n / 50 &&
+        gaps.front().Left - first < sliver) {
+        first = gaps.front().Right;
+        gaps.erase(gaps.begin());
+    }
     std::vector<Span> chosen;
     if (columnsAcross == 0) {
         for (const Span& gap : gaps)
@@ -518,8 +531,8 @@ PrintedLines FindPrintedLines(const GreyRows& scan, int columnsAcross,
     if (columnsAcross > 0 && std::ssize(spans) < columnsAcross) {
         // On a page photographed at a slant the columns' edges lean, and the narrow white
         // between two columns is filled, over the page's height, by the lean of their edges;
-        // across the middle third of the page it leans by a third as much.
-        BOX* box = boxCreate(0, height / 3, width, height / 3);
+        // across a band of the page's middle sixth it leans by a sixth as much.
+        BOX* box = boxCreate(0, 5 * height / 12, width, height / 6);
         PixPtr band(pixClipRectangle(page.get(), box, nullptr));
         boxDestroy(&box);
         NumaPtr middle(band ? pixCountPixelsByColumn(band.get()) : nullptr);
