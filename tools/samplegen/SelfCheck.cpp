@@ -49,7 +49,7 @@ void CheckRead(const KindSpec& kind, Model& m, const std::string& scanName, std:
         Require(false, kind, "the reader said: " + text);
     const tv::RecordTable& t = m.Table;
     Require(t.HeaderEvent == std::string(1, kind.Event) && t.HeaderYear == kind.Year &&
-                t.HeaderQuarter == kind.Quarter,
+                t.HeaderQuarter == kind.Quarter && t.AnnualIndex == kind.Annual(),
             kind, "the header gives another event, year or quarter");
     Require(t.HeaderPageCount == kind.Pages, kind, "the header gives another number of pages");
     for (int p = 1; p <= kind.Pages; ++p)
@@ -70,7 +70,8 @@ void CheckRecords(const KindSpec& kind, const Model& m, const PageLayout& layout
         Require(t.LineRecNo[line] == static_cast<int>(r) + 1 && t.Surname[line] == e.Surname &&
                     t.Forenames[line] == e.Forenames && t.ExtraField[line] == e.Extra &&
                     t.District[line] == e.District && t.Volume[line] == e.Volume &&
-                    t.Page[line] == e.Page,
+                    t.Page[line] == e.Page &&
+                    (!kind.Annual() || t.AltSecondLine[line] == e.Reference),
                 kind, "the reader reads line " + std::to_string(line) + " otherwise");
     }
 }
