@@ -165,7 +165,11 @@ std::vector<Span> SplitColumns(const std::vector<double>& ink, int columnsAcross
         const int start = x;
         while (x <= last && ink[static_cast<size_t>(x)] <= threshold)
             ++x;
-        gaps.push_back({start, x});
+        // A speck left in the white (a pixel or two across) does not part it.
+        if (!gaps.empty() && start - gaps.back().Right <= 2)
+            gaps.back().Right = x;
+        else
+            gaps.push_back({start, x});
     }
     // A sliver of ink at either side beyond a wide gap is the sheet's edge or the dark surround
     // a slanted photograph uncovers in its corners, not a column.
@@ -522,6 +526,12 @@ PrintedLines FindPrintedLines(const GreyRows& scan, int columnsAcross,
     ink.reset();
     if (!page || Cancelled(cancelled)) return result;
     RemoveRules(page.get());
+    // Dust and grain, far smaller than any letter at this size (the page is about 2000 pixels
+    // long, a letter ten or more), would fill the white between the columns: taken out.
+    l_int32 changed = 0;
+    PixPtr clean(
+        pixSelectBySize(page.get(), 4, 4, 8, L_SELECT_IF_EITHER, L_SELECT_IF_GTE, &changed));
+    if (clean) page = std::move(clean);
     const Unturn unturn{static_cast<double>(factor), width / 2.0, height / 2.0,
                         std::cos(angle * Radians), std::sin(angle * Radians)};
 
