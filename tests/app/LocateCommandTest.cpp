@@ -53,7 +53,7 @@ TEST_P(LocateEveryKind, PlacesAtLeast98PercentOfTheRecordsOnTheirBaseline) {
 
 INSTANTIATE_TEST_SUITE_P(LocateCommand, LocateEveryKind,
                          ::testing::Values("births1843", "births1872", "births1872double",
-                                           "births1911", "births1965", "births1988"));
+                                           "births1911", "births1965", "births1988", "births1995"));
 
 // A generated page with the generator's options: the page turned further, curved towards the
 // binding, keystoned, or drawn at 40 megapixels.
@@ -96,6 +96,8 @@ INSTANTIATE_TEST_SUITE_P(LocateCommand, LocateShapedPage,
                                            ShapedPage{"births1988", "--rotation -1.0", 0.98},
                                            ShapedPage{"births1988", "--shape curved", 0.95},
                                            ShapedPage{"births1988", "--shape keystoned", 0.95},
+                                           ShapedPage{"births1995", "--shape curved", 0.95},
+                                           ShapedPage{"births1995", "--shape keystoned", 0.95},
                                            ShapedPage{"births1911", "--scale 2.2", 0.98}));
 
 TEST(LocateCommand, WritesADashForEveryRecordOfABlankScan) {

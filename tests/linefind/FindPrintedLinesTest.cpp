@@ -63,7 +63,7 @@ TEST_P(EveryKind, FindsALineAtTheBaselineOfAtLeast95PercentOfTheRecords) {
 
 INSTANTIATE_TEST_SUITE_P(FindPrintedLines, EveryKind,
                          ::testing::Values("births1843", "births1872", "births1872double",
-                                           "births1911", "births1965", "births1988"));
+                                           "births1911", "births1965", "births1988", "births1995"));
 
 TEST(FindPrintedLines, FindsNothingOnABlankPage) {
     QImage blank(2400, 3400, QImage::Format_Grayscale8);

@@ -263,7 +263,29 @@ NamePools Names1988() {
             Converted(TwentiethMothers),
             Converted(Texts{"FEATHERSTONEHAUGH", "WORTHINGTON-SMYTHE"}),
             2980,
-            Texts{"A", "B", "C", "D"}};
+            1};
+}
+
+NamePools Names1995() {
+    return {Converted(std::vector<SurnameRun>{{"WHEATLEY", 4},
+                                              {"WHEELER", 16, {"Zoë"}},
+                                              {"WHELAN", 5, {}, {3}},
+                                              {"WHITAKER", 9},
+                                              {"WHITBY", 2},
+                                              {"WHITE", 38, {"Renée"}},
+                                              {"WHITEHEAD", 11},
+                                              {"WHITEHOUSE", 4, {}, {2}},
+                                              {"WHITFIELD", 6},
+                                              {"WHITING", 3},
+                                              {"WHITTAKER", 12},
+                                              {"WHITTLE", 5},
+                                              {"WHYTE", 3}}),
+            Converted(SixtiesForenames),
+            Districts(SixtiesDistricts),
+            Converted(TwentiethMothers),
+            Converted(Texts{"FITZPATRICK", "ABERCROMBIE"}),
+            2980,
+            4};
 }
 
 } // namespace samplegen

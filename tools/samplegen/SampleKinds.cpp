@@ -151,6 +151,41 @@ KindSpec Births1988() {
     return k;
 }
 
+// The annual index from 1993: as before, with four reference fields in place of the register,
+// volume and page.
+KindSpec Births1995() {
+    KindSpec k;
+    k.Name = "births1995";
+    k.Year = 1995;
+    k.Quarter = 0;
+    k.FirstPage = 301;
+    k.ColumnsPerPage = 2;
+    k.LinesPerColumn = 62;
+    k.Pitch = 45;
+    k.PageWidth = 2400;
+    k.PageHeight = 3400;
+    k.IndexFont = 'C';
+    k.FontPixels = 21;
+    k.Repeat = RepeatStyle::OwnLine;
+    k.TenLineGap = true;
+    k.LongExtraLen = 9;
+    k.Stops = {0.04, 0.28, 0.51, 1.0, 0.71};
+    k.Headings = {"Surname and First Name(s).",
+                  "",
+                  "Mother's Maiden Name.",
+                  "District.",
+                  "",
+                  "",
+                  "Dist.",
+                  "Reg.",
+                  "Entry.",
+                  "Date."};
+    k.RotationDegrees = -0.27;
+    k.Seed = 1995;
+    k.Names = Names1995;
+    return k;
+}
+
 // The order of names within one surname: the folded, lower-cased forenames as the index
 // sorts them, then the district.
 std::pair<std::string, std::string> SortKey(const Entry& e) {
@@ -169,10 +204,23 @@ Entry RandomEntry(const std::string& surname, const std::string& forenames, cons
             district.Name,
             district.Volume,
             std::to_string(rng.Between(1, pools.HighestPage)),
-            ""};
+            {}};
     if (!pools.Mothers.empty()) e.Extra = rng.Pick(pools.Mothers);
-    if (!pools.Registers.empty())
-        e.Reference = rng.Pick(pools.Registers) + std::to_string(rng.Between(1, 99));
+    static const std::vector<std::string> registers = {"A", "B", "C", "D"};
+    if (pools.ReferenceFields == 1)
+        e.References = {rng.Pick(registers) + std::to_string(rng.Between(1, 99))};
+    if (pools.ReferenceFields == 4) {
+        // From 1993: no volume and page, but the district's number, the register, the entry
+        // and the month of registration.
+        e.Volume.clear();
+        e.Page.clear();
+        char month[8];
+        std::snprintf(month, sizeof month, "%02d95", rng.Between(1, 12));
+        e.References = {std::to_string(rng.Between(1001, 4999)),
+                        std::to_string(rng.Between(1, 9)) +
+                            static_cast<char>('A' + rng.Between(0, 2)),
+                        std::to_string(rng.Between(1, 499)), month};
+    }
     return e;
 }
 
@@ -210,7 +258,8 @@ std::string KindSpec::Title() const {
 
 const std::vector<KindSpec>& AllKinds() {
     static const std::vector<KindSpec> kinds = {Births1843(), Births1872(), Births1872Double(),
-                                                Births1911(), Births1965(), Births1988()};
+                                                Births1911(), Births1965(), Births1988(),
+                                                Births1995()};
     return kinds;
 }
 

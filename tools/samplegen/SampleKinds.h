@@ -17,7 +17,10 @@ struct Entry {
     std::string District;
     std::string Volume;
     std::string Page;
-    std::string Reference; // the annual index's register reference; empty in a quarterly one
+    // The annual index's further reference fields, printed between the district and the
+    // volume: the register (to 1992), or the district number, register, entry number and month
+    // of registration (from 1993, with no volume and page). None in a quarterly index.
+    std::vector<std::string> References;
 };
 
 // How the index prints a surname that repeats the one above it.
@@ -30,7 +33,7 @@ struct FieldStops {
     double Extra = 0.0;
     double District = 0.0;
     double Volume = 0.0;
-    double Reference = 0.0; // the annual index's register reference, before the volume; 0: none
+    double Reference = 0.0; // the annual index's references, shared out up to the volume; 0: none
 };
 
 struct KindSpec {
@@ -52,7 +55,7 @@ struct KindSpec {
     int LongExtraLen = 99; // a third field this long or longer takes a second line
     FieldStops Stops;
     std::vector<std::string> Headings; // surname, forenames, third field, district, vol, page,
-                                       // and the reference's in an annual index
+                                       // and the references' in an annual index
     double RotationDegrees = 0.0;
     uint32_t Seed = 0;
     NamePools (*Names)() = nullptr;

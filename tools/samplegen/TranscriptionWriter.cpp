@@ -21,9 +21,11 @@ std::string RecordLine(const KindSpec& kind, const Entry& e) {
     std::vector<std::string> fields = {e.Surname, e.Forenames};
     if (kind.HasExtra()) fields.push_back(e.Extra);
     fields.push_back(e.District);
-    if (kind.Annual()) fields.push_back(e.Reference);
-    for (const std::string& field : {e.Volume, e.Page})
-        fields.push_back(field);
+    fields.insert(fields.end(), e.References.begin(), e.References.end());
+    // From 1993 the annual index has no volume and page.
+    if (!e.Volume.empty() || !e.Page.empty())
+        for (const std::string& field : {e.Volume, e.Page})
+            fields.push_back(field);
     std::string line;
     for (const std::string& field : fields) {
         if (field.find_first_of(",\"") != std::string::npos)
