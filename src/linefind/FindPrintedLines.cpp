@@ -473,6 +473,13 @@ FoundColumn ColumnLines(PIX* page, const Span& span, double pitch, const Unturn&
     const double top = kept.empty() ? 0.0 : kept.front().Y;
     column.Left = unturn.Map(span.Left, top).X;
     column.Right = unturn.Map(span.Right, top).X;
+    // The bend at the right edge, carried there from the last slice along the last two.
+    const size_t last = bend.size() - 1;
+    const double atRight = last == 0 ? bend[0]
+                                     : bend[last] + Slope(bend[last] - bend[last - 1],
+                                                          centres[last] - centres[last - 1]) *
+                                                        (span.Right - centres[last]);
+    column.Rise = unturn.Map(span.Right, top + atRight).Y - unturn.Map(span.Left, top).Y;
     return column;
 }
 

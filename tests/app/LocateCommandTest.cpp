@@ -78,27 +78,28 @@ TEST_P(LocateShapedPage, PlacesItsShareOfTheRecordsOnTheirBaseline) {
         << located.Placed << " of " << located.Records;
 }
 
-INSTANTIATE_TEST_SUITE_P(LocateCommand, LocateShapedPage,
-                         ::testing::Values(ShapedPage{"births1911", "--rotation 1.0", 0.98},
-                                           ShapedPage{"births1872double", "--rotation -1.0", 0.98},
-                                           ShapedPage{"births1965", "--rotation 1.0", 0.98},
-                                           ShapedPage{"births1843", "--shape curved", 0.95},
-                                           ShapedPage{"births1843", "--shape keystoned", 0.95},
-                                           ShapedPage{"births1872", "--shape curved", 0.95},
-                                           ShapedPage{"births1872", "--shape keystoned", 0.95},
-                                           ShapedPage{"births1872double", "--shape curved", 0.95},
-                                           ShapedPage{"births1872double", "--shape keystoned",
-                                                      0.95},
-                                           ShapedPage{"births1911", "--shape curved", 0.95},
-                                           ShapedPage{"births1965", "--shape curved", 0.95},
-                                           ShapedPage{"births1911", "--shape keystoned", 0.95},
-                                           ShapedPage{"births1965", "--shape keystoned", 0.95},
-                                           ShapedPage{"births1988", "--rotation -1.0", 0.98},
-                                           ShapedPage{"births1988", "--shape curved", 0.95},
-                                           ShapedPage{"births1988", "--shape keystoned", 0.95},
-                                           ShapedPage{"births1995", "--shape curved", 0.95},
-                                           ShapedPage{"births1995", "--shape keystoned", 0.95},
-                                           ShapedPage{"births1911", "--scale 2.2", 0.98}));
+INSTANTIATE_TEST_SUITE_P(
+    LocateCommand, LocateShapedPage,
+    ::testing::Values(ShapedPage{"births1911", "--rotation 1.0", 0.98},
+                      ShapedPage{"births1872double", "--rotation -1.0", 0.98},
+                      ShapedPage{"births1965", "--rotation 1.0", 0.98},
+                      ShapedPage{"births1843", "--shape curved", 0.95},
+                      ShapedPage{"births1843", "--shape keystoned", 0.95},
+                      ShapedPage{"births1872", "--shape curved", 0.95},
+                      ShapedPage{"births1872", "--shape keystoned", 0.95},
+                      ShapedPage{"births1872double", "--shape curved", 0.95},
+                      ShapedPage{"births1872double", "--rotation -1.0 --shape curved", 0.95},
+                      ShapedPage{"births1872double", "--shape keystoned", 0.95},
+                      ShapedPage{"births1911", "--shape curved", 0.95},
+                      ShapedPage{"births1965", "--shape curved", 0.95},
+                      ShapedPage{"births1911", "--shape keystoned", 0.95},
+                      ShapedPage{"births1965", "--shape keystoned", 0.95},
+                      ShapedPage{"births1988", "--rotation -1.0", 0.98},
+                      ShapedPage{"births1988", "--shape curved", 0.95},
+                      ShapedPage{"births1988", "--shape keystoned", 0.95},
+                      ShapedPage{"births1995", "--shape curved", 0.95},
+                      ShapedPage{"births1995", "--shape keystoned", 0.95},
+                      ShapedPage{"births1911", "--scale 2.2", 0.98}));
 
 TEST(LocateCommand, WritesADashForEveryRecordOfABlankScan) {
     const TruePage& page = SamplePage("births1911");
