@@ -203,6 +203,18 @@ std::vector<Span> SplitColumns(const std::vector<double>& ink, int columnsAcross
     return columns;
 }
 
+// The columns of a page are printed of one width: the widest found against the narrowest.
+double Uneven(const std::vector<Span>& spans) {
+    int narrowest = 0;
+    int widest = 0;
+    for (const Span& span : spans) {
+        const int width = span.Right - span.Left;
+        narrowest = narrowest == 0 ? width : std::min(narrowest, width);
+        widest = std::max(widest, width);
+    }
+    return narrowest > 0 ? static_cast<double>(widest) / narrowest : 1.0;
+}
+
 // The spacing of the printed lines: the shift at which the row projection best matches itself.
 double LinePitch(const std::vector<double>& rows) {
     const int n = static_cast<int>(rows.size());
@@ -545,9 +557,10 @@ PrintedLines FindPrintedLines(const GreyRows& scan, int columnsAcross,
     NumaPtr across(pixCountPixelsByColumn(page.get()));
     if (!across) return result;
     std::vector<Span> spans = SplitColumns(Smoothed(Values(across.get())), columnsAcross);
-    if (columnsAcross > 0 && std::ssize(spans) < columnsAcross) {
+    if (columnsAcross > 0 && (std::ssize(spans) < columnsAcross || Uneven(spans) > 1.25)) {
         // On a page photographed at a slant the columns' edges lean, and the narrow white
-        // between two columns is filled, over the page's height, by the lean of their edges;
+        // between two columns is filled, over the page's height, by the lean of their edges
+        // (too few columns, or columns of unequal widths, split at the white between fields);
         // across a band of the page's middle sixth it leans by a sixth as much.
         BOX* box = boxCreate(0, 5 * height / 12, width, height / 6);
         PixPtr band(pixClipRectangle(page.get(), box, nullptr));
@@ -555,7 +568,9 @@ PrintedLines FindPrintedLines(const GreyRows& scan, int columnsAcross,
         NumaPtr middle(band ? pixCountPixelsByColumn(band.get()) : nullptr);
         if (middle) {
             std::vector<Span> banded = SplitColumns(Smoothed(Values(middle.get())), columnsAcross);
-            if (banded.size() > spans.size()) spans = std::move(banded);
+            if (banded.size() > spans.size() ||
+                (banded.size() == spans.size() && Uneven(banded) < Uneven(spans)))
+                spans = std::move(banded);
         }
     }
     std::vector<double> pitches;

@@ -89,6 +89,7 @@ INSTANTIATE_TEST_SUITE_P(
                       ShapedPage{"births1872", "--shape keystoned", 0.95},
                       ShapedPage{"births1872double", "--shape curved", 0.95},
                       ShapedPage{"births1872double", "--rotation -1.0 --shape curved", 0.95},
+                      ShapedPage{"births1872double", "--rotation 1.0 --shape keystoned", 0.95},
                       ShapedPage{"births1872double", "--shape keystoned", 0.95},
                       ShapedPage{"births1911", "--shape curved", 0.95},
                       ShapedPage{"births1965", "--shape curved", 0.95},
