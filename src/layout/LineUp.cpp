@@ -112,9 +112,10 @@ std::optional<FoundLine> LineUpStage(Session& s, const PixelScale& scale) {
     if (before == nullptr || column == nullptr) return std::nullopt;
     s.Table.CurrentLine = FirstRecordAfterColumn(s, c - 1, *before);
     // The columns of a page start level with each other (a heading bent with the page can pass
-    // for a line of entries): the entry line level with the top of the column before, or else
-    // the first entry of the column's own lines.
-    const double level = s.Calib.ColumnTopY[c - 1] / scale.Y - JustBelowLine(*s.Lines.Found);
+    // for a line of entries): the entry line level with the top of the column before where the
+    // two columns meet, at its right end, or else the first entry of the column's own lines.
+    const double level =
+        s.Calib.ColumnTopY[c - 1] / scale.Y - JustBelowLine(*s.Lines.Found) + before->Rise;
     const std::optional<int> near = NearestLine(*column, level, 0.5 * pitch);
     if (near && PrintedLineNumbers(*column, pitch)[static_cast<size_t>(*near)] >= 0)
         return PutBoxOn(s, scale, column->Lines[static_cast<size_t>(*near)]);

@@ -21,6 +21,10 @@ struct FoundLine {
 struct FoundColumn {
     double Left = 0.0; // image pixels, at the column's first line
     double Right = 0.0;
+    // How far a line's right end stands below its left end (image pixels; negative: above): a
+    // line of a page curved towards the binding, or turned, is level with the next column's
+    // line where the two columns meet, not at their left edges.
+    double Rise = 0.0;
     std::vector<FoundLine> Lines;
 };
 

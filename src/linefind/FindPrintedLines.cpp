@@ -75,6 +75,16 @@ double Percentile(std::vector<double> values, double fraction) {
     return values[at];
 }
 
+double MiddleMean(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    const size_t from = values.size() / 4;
+    const size_t to = values.size() - values.size() / 4;
+    double sum = 0.0;
+    for (size_t i = from; i < to; ++i)
+        sum += values[i];
+    return to > from ? sum / static_cast<double>(to - from) : 0.0;
+}
+
 std::vector<double> Smoothed(const std::vector<double>& values) {
     std::vector<double> out(values.size());
     for (size_t i = 0; i < values.size(); ++i) {
@@ -155,7 +165,24 @@ std::vector<Span> SplitColumns(const std::vector<double>& ink, int columnsAcross
         const int start = x;
         while (x <= last && ink[static_cast<size_t>(x)] <= threshold)
             ++x;
-        gaps.push_back({start, x});
+        // A speck left in the white (a pixel or two across) does not part it.
+        if (!gaps.empty() && start - gaps.back().Right <= 2)
+            gaps.back().Right = x;
+        else
+            gaps.push_back({start, x});
+    }
+    // A sliver of ink at either side beyond a wide gap is the sheet's edge or the dark surround
+    // a slanted photograph uncovers in its corners, not a column.
+    const int sliver = std::max(3, n / 100);
+    if (!gaps.empty() && gaps.back().Right - gaps.back().Left >= n / 50 &&
+        last + 1 - gaps.back().Right < sliver) {
+        last = gaps.back().Left - 1;
+        gaps.pop_back();
+    }
+    if (!gaps.empty() && gaps.front().Right - gaps.front().Left >= n / 50 &&
+        gaps.front().Left - first < sliver) {
+        first = gaps.front().Right;
+        gaps.erase(gaps.begin());
     }
     std::vector<Span> chosen;
     if (columnsAcross == 0) {
@@ -174,6 +201,18 @@ std::vector<Span> SplitColumns(const std::vector<double>& ink, int columnsAcross
     }
     columns.push_back({left, last + 1});
     return columns;
+}
+
+// The columns of a page are printed of one width: the widest found against the narrowest.
+double Uneven(const std::vector<Span>& spans) {
+    int narrowest = 0;
+    int widest = 0;
+    for (const Span& span : spans) {
+        const int width = span.Right - span.Left;
+        narrowest = narrowest == 0 ? width : std::min(narrowest, width);
+        widest = std::max(widest, width);
+    }
+    return narrowest > 0 ? static_cast<double>(widest) / narrowest : 1.0;
 }
 
 // The spacing of the printed lines: the shift at which the row projection best matches itself.
@@ -257,6 +296,7 @@ double Slope(double dy, double dx) {
 struct Chain {
     std::vector<double> X;
     std::vector<double> Y;
+    std::vector<int> Slice;
     int LastSlice = 0;
 };
 
@@ -285,13 +325,14 @@ std::vector<Chain> LinkSlices(const std::vector<std::vector<double>>& slices,
                 }
             }
             if (best < 0) {
-                chains.push_back({{centres[s]}, {y}, static_cast<int>(s)});
+                chains.push_back({{centres[s]}, {y}, {static_cast<int>(s)}, static_cast<int>(s)});
                 taken.push_back(true);
                 continue;
             }
             Chain& chain = chains[static_cast<size_t>(best)];
             chain.X.push_back(centres[s]);
             chain.Y.push_back(y);
+            chain.Slice.push_back(static_cast<int>(s));
             chain.LastSlice = static_cast<int>(s);
             taken[static_cast<size_t>(best)] = true;
         }
@@ -299,18 +340,44 @@ std::vector<Chain> LinkSlices(const std::vector<std::vector<double>>& slices,
     return chains;
 }
 
-// A line's height at x, from its three leftmost points (the part of the line nearest the
-// column's left edge): the middle one of them carried along the line's slope, so that a dash or
-// a low mark in one slice does not move it.
-double HeightAt(const Chain& chain, double x) {
-    const size_t count = std::min<size_t>(3, chain.Y.size());
-    if (count < 2) return chain.Y.front();
-    const double slope = Slope(chain.Y[count - 1] - chain.Y[0], chain.X[count - 1] - chain.X[0]);
+// A line's height at the column's left edge: the middle of its points, each taken back by the
+// column's bend in its slice.
+double HeightAt(const Chain& chain, const std::vector<double>& bend) {
     std::vector<double> heights;
-    for (size_t k = 0; k < count; ++k)
-        heights.push_back(chain.Y[k] + slope * (x - chain.X[k]));
-    std::sort(heights.begin(), heights.end());
-    return heights[count / 2];
+    for (size_t k = 0; k < chain.Y.size(); ++k)
+        heights.push_back(chain.Y[k] - bend[static_cast<size_t>(chain.Slice[k])]);
+    return Percentile(heights, 0.5);
+}
+
+// How far the lines of a column rise or sink in each slice against the column's left edge: the
+// bend of a page curved towards the binding, or what is left of its skew, is the same for every
+// line of a column, so it is measured on all of them at once. A line's height is the middle of
+// its points taken back by the bend, and the bend of a slice the mean of the middle half of its
+// points' heights above their lines' (so that a dash or a low mark does not count, while the
+// heights of whole pixels still average to a fraction of one); a few rounds settle both.
+std::vector<double> Bend(const std::vector<Chain>& chains, const std::vector<double>& centres,
+                         double left) {
+    const size_t slices = centres.size();
+    std::vector<double> bend(slices, 0.0);
+    if (slices < 2) return bend;
+    for (int round = 0; round < 4; ++round) {
+        std::vector<std::vector<double>> above(slices);
+        for (const Chain& chain : chains) {
+            if (chain.Y.size() < 2) continue;
+            const double height = HeightAt(chain, bend);
+            for (size_t k = 0; k < chain.Y.size(); ++k)
+                above[static_cast<size_t>(chain.Slice[k])].push_back(chain.Y[k] - height);
+        }
+        for (size_t s = 0; s < slices; ++s)
+            bend[s] = above[s].size() >= 3 ? MiddleMean(above[s]) : 0.0;
+        // Nought at the column's edge, half a slice left of the first slice's centre: carried
+        // there along the first two slices.
+        const double edge =
+            bend[0] - Slope(bend[1] - bend[0], centres[1] - centres[0]) * (centres[0] - left);
+        for (double& b : bend)
+            b -= edge;
+    }
+    return bend;
 }
 
 // The deskewed, reduced page back to the scan's pixels.
@@ -329,14 +396,42 @@ struct Unturn {
 };
 
 // The rules printed under the headings, at the foot and between the columns are no text: a
-// straight run of ink far longer than any word is taken out, across and down.
+// straight run of ink far longer than any word is taken out, across and down, and so is a long
+// thin piece of ink that bends or slants with the page (a rule near the binding of a curved
+// page), which no straight run takes out.
 void RemoveRules(PIX* page) {
     const int width = pixGetWidth(page);
     const int height = pixGetHeight(page);
     PixPtr across(pixOpenBrick(nullptr, page, std::max(20, width / 10), 1));
     if (across) pixSubtract(page, page, across.get());
-    PixPtr down(pixOpenBrick(nullptr, page, 1, std::max(20, height / 10)));
-    if (down) pixSubtract(page, page, down.get());
+    // A rule between the columns of a page photographed at a slant leans and breaks into short
+    // steps: widened a little and its breaks closed, it is a straight run again, and it is taken
+    // out with its width.
+    PixPtr wider(pixDilateBrick(nullptr, page, 3, 1));
+    if (wider) pixCloseBrick(wider.get(), wider.get(), 1, 5);
+    PixPtr down(wider ? pixOpenBrick(nullptr, wider.get(), 1, std::max(20, height / 10)) : nullptr);
+    if (down) {
+        pixDilateBrick(down.get(), down.get(), 3, 1);
+        pixSubtract(page, page, down.get());
+    }
+    l_int32 changed = 0;
+    PixPtr wide(pixSelectBySize(page, std::max(20, width / 10), 0, 8, L_SELECT_WIDTH,
+                                L_SELECT_IF_GTE, &changed));
+    if (wide) {
+        PixPtr thin(pixSelectByWidthHeightRatio(wide.get(), 8.0F, 8, L_SELECT_IF_GT, &changed));
+        if (thin) pixSubtract(page, page, thin.get());
+    }
+    // Down the page the pieces of a leaning rule are joined first, across the pixel or two the
+    // binarizing broke it at (far less than the white between two lines of text).
+    PixPtr joined(pixDilateBrick(nullptr, page, 3, 1));
+    if (joined) pixCloseBrick(joined.get(), joined.get(), 1, 3);
+    PixPtr tall(joined ? pixSelectBySize(joined.get(), 0, std::max(20, height / 10), 8,
+                                         L_SELECT_HEIGHT, L_SELECT_IF_GTE, &changed)
+                       : nullptr);
+    if (tall) {
+        PixPtr thin(pixSelectByWidthHeightRatio(tall.get(), 0.125F, 8, L_SELECT_IF_LT, &changed));
+        if (thin) pixSubtract(page, page, thin.get());
+    }
 }
 
 std::vector<double> RowCounts(PIX* page, const Span& span) {
@@ -350,7 +445,7 @@ std::vector<double> RowCounts(PIX* page, const Span& span) {
 
 FoundColumn ColumnLines(PIX* page, const Span& span, double pitch, const Unturn& unturn) {
     const int width = span.Right - span.Left;
-    const int slices = std::clamp(static_cast<int>(width / (5.0 * pitch)), 1, 8);
+    const int slices = std::clamp(static_cast<int>(width / (5.0 * pitch)), 4, 8);
     std::vector<std::vector<double>> baselines;
     std::vector<double> centres;
     for (int s = 0; s < slices; ++s) {
@@ -359,24 +454,44 @@ FoundColumn ColumnLines(PIX* page, const Span& span, double pitch, const Unturn&
         centres.push_back(0.5 * (slice.Left + slice.Right));
     }
     std::vector<Chain> chains = LinkSlices(baselines, centres, pitch);
-    std::vector<std::pair<double, size_t>> atLeft;
+    struct AtLeft {
+        double Y = 0.0;
+        double FirstX = 0.0; // where the line's found part starts
+        size_t Points = 0;
+    };
+    std::vector<AtLeft> atLeft;
+    const std::vector<double> bend = Bend(chains, centres, span.Left);
     for (const Chain& chain : chains)
-        atLeft.emplace_back(HeightAt(chain, span.Left), chain.Y.size());
-    std::sort(atLeft.begin(), atLeft.end());
+        atLeft.push_back({HeightAt(chain, bend), chain.X.front(), chain.Y.size()});
+    std::sort(atLeft.begin(), atLeft.end(),
+              [](const AtLeft& a, const AtLeft& b) { return a.Y < b.Y; });
+    // Two lines within half a line of each other at the column's edge are one: the part found
+    // nearest the edge is measured there, a part that starts further right (a line broken
+    // where the page bends towards the binding) is carried to the edge along its slope only.
+    const auto better = [](const AtLeft& a, const AtLeft& b) {
+        return a.Points != b.Points ? a.Points > b.Points : a.FirstX < b.FirstX;
+    };
     FoundColumn column;
-    std::vector<std::pair<double, size_t>> kept;
-    for (const auto& line : atLeft) {
-        if (!kept.empty() && line.first - kept.back().first < 0.45 * pitch) {
-            if (line.second > kept.back().second) kept.back() = line;
+    std::vector<AtLeft> kept;
+    for (const AtLeft& line : atLeft) {
+        if (!kept.empty() && line.Y - kept.back().Y < 0.45 * pitch) {
+            if (better(line, kept.back())) kept.back() = line;
             continue;
         }
         kept.push_back(line);
     }
-    for (const auto& line : kept)
-        column.Lines.push_back(unturn.Map(span.Left, line.first));
-    const double top = kept.empty() ? 0.0 : kept.front().first;
+    for (const AtLeft& line : kept)
+        column.Lines.push_back(unturn.Map(span.Left, line.Y));
+    const double top = kept.empty() ? 0.0 : kept.front().Y;
     column.Left = unturn.Map(span.Left, top).X;
     column.Right = unturn.Map(span.Right, top).X;
+    // The bend at the right edge, carried there from the last slice along the last two.
+    const size_t last = bend.size() - 1;
+    const double atRight = last == 0 ? bend[0]
+                                     : bend[last] + Slope(bend[last] - bend[last - 1],
+                                                          centres[last] - centres[last - 1]) *
+                                                        (span.Right - centres[last]);
+    column.Rise = unturn.Map(span.Right, top + atRight).Y - unturn.Map(span.Left, top).Y;
     return column;
 }
 
@@ -430,12 +545,34 @@ PrintedLines FindPrintedLines(const GreyRows& scan, int columnsAcross,
     ink.reset();
     if (!page || Cancelled(cancelled)) return result;
     RemoveRules(page.get());
+    // Dust and grain, far smaller than any letter at this size (the page is about 2000 pixels
+    // long, a letter ten or more), would fill the white between the columns: taken out.
+    l_int32 changed = 0;
+    PixPtr clean(
+        pixSelectBySize(page.get(), 4, 4, 8, L_SELECT_IF_EITHER, L_SELECT_IF_GTE, &changed));
+    if (clean) page = std::move(clean);
     const Unturn unturn{static_cast<double>(factor), width / 2.0, height / 2.0,
                         std::cos(angle * Radians), std::sin(angle * Radians)};
 
     NumaPtr across(pixCountPixelsByColumn(page.get()));
     if (!across) return result;
-    const std::vector<Span> spans = SplitColumns(Smoothed(Values(across.get())), columnsAcross);
+    std::vector<Span> spans = SplitColumns(Smoothed(Values(across.get())), columnsAcross);
+    if (columnsAcross > 0 && (std::ssize(spans) < columnsAcross || Uneven(spans) > 1.25)) {
+        // On a page photographed at a slant the columns' edges lean, and the narrow white
+        // between two columns is filled, over the page's height, by the lean of their edges
+        // (too few columns, or columns of unequal widths, split at the white between fields);
+        // across a band of the page's middle sixth it leans by a sixth as much.
+        BOX* box = boxCreate(0, 5 * height / 12, width, height / 6);
+        PixPtr band(pixClipRectangle(page.get(), box, nullptr));
+        boxDestroy(&box);
+        NumaPtr middle(band ? pixCountPixelsByColumn(band.get()) : nullptr);
+        if (middle) {
+            std::vector<Span> banded = SplitColumns(Smoothed(Values(middle.get())), columnsAcross);
+            if (banded.size() > spans.size() ||
+                (banded.size() == spans.size() && Uneven(banded) < Uneven(spans)))
+                spans = std::move(banded);
+        }
+    }
     std::vector<double> pitches;
     for (const Span& span : spans) {
         const double pitch = LinePitch(RowCounts(page.get(), span));

@@ -53,7 +53,7 @@ TEST_P(LocateEveryKind, PlacesAtLeast98PercentOfTheRecordsOnTheirBaseline) {
 
 INSTANTIATE_TEST_SUITE_P(LocateCommand, LocateEveryKind,
                          ::testing::Values("births1843", "births1872", "births1872double",
-                                           "births1911", "births1965"));
+                                           "births1911", "births1965", "births1988", "births1995"));
 
 // A generated page with the generator's options: the page turned further, curved towards the
 // binding, keystoned, or drawn at 40 megapixels.
@@ -62,6 +62,11 @@ struct ShapedPage {
     const char* Options;
     double Share; // of the records placed within a quarter pitch and a pitch
 };
+
+// The page's kind and options in the test's name when it fails.
+void PrintTo(const ShapedPage& page, std::ostream* out) {
+    *out << page.Kind << ' ' << page.Options;
+}
 
 class LocateShapedPage : public ::testing::TestWithParam<ShapedPage> {};
 
@@ -73,16 +78,29 @@ TEST_P(LocateShapedPage, PlacesItsShareOfTheRecordsOnTheirBaseline) {
         << located.Placed << " of " << located.Records;
 }
 
-INSTANTIATE_TEST_SUITE_P(LocateCommand, LocateShapedPage,
-                         ::testing::Values(ShapedPage{"births1911", "--rotation 1.0", 0.98},
-                                           ShapedPage{"births1872double", "--rotation -1.0", 0.98},
-                                           ShapedPage{"births1965", "--rotation 1.0", 0.98},
-                                           ShapedPage{"births1872", "--shape curved", 0.95},
-                                           ShapedPage{"births1911", "--shape curved", 0.95},
-                                           ShapedPage{"births1965", "--shape curved", 0.95},
-                                           ShapedPage{"births1911", "--shape keystoned", 0.95},
-                                           ShapedPage{"births1965", "--shape keystoned", 0.95},
-                                           ShapedPage{"births1911", "--scale 2.2", 0.98}));
+INSTANTIATE_TEST_SUITE_P(
+    LocateCommand, LocateShapedPage,
+    ::testing::Values(ShapedPage{"births1911", "--rotation 1.0", 0.98},
+                      ShapedPage{"births1872double", "--rotation -1.0", 0.98},
+                      ShapedPage{"births1965", "--rotation 1.0", 0.98},
+                      ShapedPage{"births1843", "--shape curved", 0.95},
+                      ShapedPage{"births1843", "--shape keystoned", 0.95},
+                      ShapedPage{"births1872", "--shape curved", 0.95},
+                      ShapedPage{"births1872", "--shape keystoned", 0.95},
+                      ShapedPage{"births1872double", "--shape curved", 0.95},
+                      ShapedPage{"births1872double", "--rotation -1.0 --shape curved", 0.95},
+                      ShapedPage{"births1872double", "--rotation 1.0 --shape keystoned", 0.95},
+                      ShapedPage{"births1872double", "--shape keystoned", 0.95},
+                      ShapedPage{"births1911", "--shape curved", 0.95},
+                      ShapedPage{"births1965", "--shape curved", 0.95},
+                      ShapedPage{"births1911", "--shape keystoned", 0.95},
+                      ShapedPage{"births1965", "--shape keystoned", 0.95},
+                      ShapedPage{"births1988", "--rotation -1.0", 0.98},
+                      ShapedPage{"births1988", "--shape curved", 0.95},
+                      ShapedPage{"births1988", "--shape keystoned", 0.95},
+                      ShapedPage{"births1995", "--shape curved", 0.95},
+                      ShapedPage{"births1995", "--shape keystoned", 0.95},
+                      ShapedPage{"births1911", "--scale 2.2", 0.98}));
 
 TEST(LocateCommand, WritesADashForEveryRecordOfABlankScan) {
     const TruePage& page = SamplePage("births1911");

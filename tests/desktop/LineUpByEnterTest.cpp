@@ -43,7 +43,7 @@ TEST_P(LineUpByEnter, EnterAloneStoresTheColumnTopsAndSpacingOfThePage) {
 
 INSTANTIATE_TEST_SUITE_P(EveryKind, LineUpByEnter,
                          ::testing::Values("births1843", "births1872", "births1872double",
-                                           "births1911", "births1965"));
+                                           "births1911", "births1965", "births1988", "births1995"));
 
 class LineUpMenu : public FormsTest {};
 

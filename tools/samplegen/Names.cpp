@@ -149,7 +149,8 @@ NamePools Names1843() {
             Districts(EarlyDistricts),
             {},
             {},
-            560};
+            560,
+            {}};
 }
 
 NamePools Names1872() {
@@ -165,7 +166,8 @@ NamePools Names1872() {
             Districts(VictorianDistricts),
             {},
             {},
-            640};
+            640,
+            {}};
 }
 
 NamePools Names1872Double() {
@@ -182,7 +184,8 @@ NamePools Names1872Double() {
             Districts(VictorianDistricts),
             {},
             {},
-            640};
+            640,
+            {}};
 }
 
 NamePools Names1911() {
@@ -201,7 +204,8 @@ NamePools Names1911() {
             Districts(EdwardianDistricts),
             Converted(TwentiethMothers),
             {},
-            1500};
+            1500,
+            {}};
 }
 
 // The runs are chosen for the ten-line gaps: WALKER's long entry counts two lines towards the
@@ -231,7 +235,57 @@ NamePools Names1965() {
             Districts(SixtiesDistricts),
             Converted(TwentiethMothers),
             Converted(Texts{"MONTGOMERY-CUNNINGHAM", "HAMILTON-FITZGERALD"}),
-            1980};
+            1980,
+            {}};
+}
+
+NamePools Names1988() {
+    return {Converted(std::vector<SurnameRun>{{"WATERS", 3},
+                                              {"WATERSON", 1},
+                                              {"WATERWORTH", 2},
+                                              {"WATKIN", 2},
+                                              {"WATKINS", 18, {"Chloë"}},
+                                              {"WATKINSON", 4, {}, {2}},
+                                              {"WATLING", 2},
+                                              {"WATMORE", 1},
+                                              {"WATSON", 34, {"Noémie"}},
+                                              {"WATT", 9},
+                                              {"WATTS", 24},
+                                              {"WAUGH", 4},
+                                              {"WAY", 6},
+                                              {"WAYMAN", 2},
+                                              {"WEALE", 3},
+                                              {"WEATHERALL", 3},
+                                              {"WEAVER", 12},
+                                              {"WEBB", 30}}),
+            Converted(SixtiesForenames),
+            Districts(SixtiesDistricts),
+            Converted(TwentiethMothers),
+            Converted(Texts{"FEATHERSTONEHAUGH", "WORTHINGTON-SMYTHE"}),
+            2980,
+            1};
+}
+
+NamePools Names1995() {
+    return {Converted(std::vector<SurnameRun>{{"WHEATLEY", 4},
+                                              {"WHEELER", 16, {"Zoë"}},
+                                              {"WHELAN", 5, {}, {3}},
+                                              {"WHITAKER", 9},
+                                              {"WHITBY", 2},
+                                              {"WHITE", 38, {"Renée"}},
+                                              {"WHITEHEAD", 11},
+                                              {"WHITEHOUSE", 4, {}, {2}},
+                                              {"WHITFIELD", 6},
+                                              {"WHITING", 3},
+                                              {"WHITTAKER", 12},
+                                              {"WHITTLE", 5},
+                                              {"WHYTE", 3}}),
+            Converted(SixtiesForenames),
+            Districts(SixtiesDistricts),
+            Converted(TwentiethMothers),
+            Converted(Texts{"FITZPATRICK", "ABERCROMBIE"}),
+            2980,
+            4};
 }
 
 } // namespace samplegen

@@ -33,6 +33,7 @@ struct NamePools {
     std::vector<std::string> Mothers;     // empty: the index has no third field
     std::vector<std::string> LongMothers; // used in turn at the LongAt places
     int HighestPage = 500;                // pages of a volume run from 1 to this
+    int ReferenceFields = 0; // an annual index's reference fields: 1 (to 1992) or 4; 0: none
 };
 
 // Text written in this source as UTF-8, as Windows-1252 bytes; a character outside Latin-1
@@ -44,5 +45,7 @@ NamePools Names1872();
 NamePools Names1872Double();
 NamePools Names1911();
 NamePools Names1965();
+NamePools Names1988();
+NamePools Names1995();
 
 } // namespace samplegen

@@ -127,6 +127,11 @@ void PageDrawer::Headings(int column) {
     if (s.Forenames > 0) captions.emplace_back(s.Forenames, h[1]);
     if (s.Extra > 0) captions.emplace_back(s.Extra, h[2]);
     captions.emplace_back(s.District, h[3]);
+    const std::size_t references = h.size() > 6 ? h.size() - 6 : 0;
+    for (std::size_t i = 0; i < references; ++i)
+        captions.emplace_back(s.Reference + (s.Volume - s.Reference) * static_cast<double>(i) /
+                                                static_cast<double>(references),
+                              h[6 + i]);
     captions.emplace_back(s.Volume, h[4]);
     std::erase_if(captions, [](const auto& caption) { return caption.second.empty(); });
     for (std::size_t i = 0; i < captions.size(); ++i) {
@@ -169,10 +174,17 @@ void PageDrawer::EntryFields(const PrintedLine& line, const Entry& entry, int ba
             IsLongEntry(kind_, entry) ? SplitLong(entry.Extra).first : entry.Extra;
         Put(Text(extra), StopX(c, s.Extra), StopX(c, s.District) - gap, baseline);
     }
-    Put(Text(entry.District), StopX(c, s.District), StopX(c, s.Volume) - gap, baseline);
+    const double afterDistrict = s.Reference > 0 ? s.Reference : s.Volume;
+    Put(Text(entry.District), StopX(c, s.District), StopX(c, afterDistrict) - gap, baseline);
+    const std::size_t references = entry.References.size();
+    for (std::size_t i = 0; i < references; ++i) {
+        const double share = (s.Volume - s.Reference) / static_cast<double>(references);
+        const double from = s.Reference + share * static_cast<double>(i);
+        Put(Text(entry.References[i]), StopX(c, from), StopX(c, from + share) - gap, baseline);
+    }
     const QString page = Text(entry.Page);
     const int pageX = StopX(c, 1.0) - QFontMetrics(body_).horizontalAdvance(page);
-    Put(Text(entry.Volume), StopX(c, s.Volume), pageX - gap, baseline);
+    if (!entry.Volume.empty()) Put(Text(entry.Volume), StopX(c, s.Volume), pageX - gap, baseline);
     p_.drawText(pageX, baseline, page);
 }
 

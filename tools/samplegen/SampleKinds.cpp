@@ -118,6 +118,74 @@ KindSpec Births1965() {
     return k;
 }
 
+// An annual index: two columns in the fixed-pitch face, surnames on lines of their own and the
+// ten-line gaps as in the quarterly indexes before it, and the register reference of each entry
+// printed between the district and the volume.
+KindSpec Births1988() {
+    KindSpec k;
+    k.Name = "births1988";
+    k.Year = 1988;
+    k.Quarter = 0;
+    k.FirstPage = 512;
+    k.ColumnsPerPage = 2;
+    k.LinesPerColumn = 62;
+    k.Pitch = 45;
+    k.PageWidth = 2400;
+    k.PageHeight = 3400;
+    k.IndexFont = 'C';
+    k.FontPixels = 21;
+    k.Repeat = RepeatStyle::OwnLine;
+    k.TenLineGap = true;
+    k.LongExtraLen = 16;
+    k.Stops = {0.04, 0.33, 0.56, 0.84, 0.75};
+    k.Headings = {"Surname and First Name(s).",
+                  "",
+                  "Mother's Maiden Name.",
+                  "District.",
+                  "Vol.",
+                  "Page.",
+                  "Reg."};
+    k.RotationDegrees = 0.22;
+    k.Seed = 1988;
+    k.Names = Names1988;
+    return k;
+}
+
+// The annual index from 1993: as before, with four reference fields in place of the register,
+// volume and page.
+KindSpec Births1995() {
+    KindSpec k;
+    k.Name = "births1995";
+    k.Year = 1995;
+    k.Quarter = 0;
+    k.FirstPage = 301;
+    k.ColumnsPerPage = 2;
+    k.LinesPerColumn = 62;
+    k.Pitch = 45;
+    k.PageWidth = 2400;
+    k.PageHeight = 3400;
+    k.IndexFont = 'C';
+    k.FontPixels = 21;
+    k.Repeat = RepeatStyle::OwnLine;
+    k.TenLineGap = true;
+    k.LongExtraLen = 9;
+    k.Stops = {0.04, 0.28, 0.51, 1.0, 0.71};
+    k.Headings = {"Surname and First Name(s).",
+                  "",
+                  "Mother's Maiden Name.",
+                  "District.",
+                  "",
+                  "",
+                  "Dist.",
+                  "Reg.",
+                  "Entry.",
+                  "Date."};
+    k.RotationDegrees = -0.27;
+    k.Seed = 1995;
+    k.Names = Names1995;
+    return k;
+}
+
 // The order of names within one surname: the folded, lower-cased forenames as the index
 // sorts them, then the district.
 std::pair<std::string, std::string> SortKey(const Entry& e) {
@@ -130,9 +198,29 @@ std::pair<std::string, std::string> SortKey(const Entry& e) {
 Entry RandomEntry(const std::string& surname, const std::string& forenames, const NamePools& pools,
                   SampleRandom& rng) {
     const District& district = rng.Pick(pools.Districts);
-    Entry e{surname,       forenames,       "",
-            district.Name, district.Volume, std::to_string(rng.Between(1, pools.HighestPage))};
+    Entry e{surname,
+            forenames,
+            "",
+            district.Name,
+            district.Volume,
+            std::to_string(rng.Between(1, pools.HighestPage)),
+            {}};
     if (!pools.Mothers.empty()) e.Extra = rng.Pick(pools.Mothers);
+    static const std::vector<std::string> registers = {"A", "B", "C", "D"};
+    if (pools.ReferenceFields == 1)
+        e.References = {rng.Pick(registers) + std::to_string(rng.Between(1, 99))};
+    if (pools.ReferenceFields == 4) {
+        // From 1993: no volume and page, but the district's number, the register, the entry
+        // and the month of registration.
+        e.Volume.clear();
+        e.Page.clear();
+        char month[8];
+        std::snprintf(month, sizeof month, "%02d95", rng.Between(1, 12));
+        e.References = {std::to_string(rng.Between(1001, 4999)),
+                        std::to_string(rng.Between(1, 9)) +
+                            static_cast<char>('A' + rng.Between(0, 2)),
+                        std::to_string(rng.Between(1, 499)), month};
+    }
     return e;
 }
 
@@ -156,10 +244,11 @@ void AddRun(const SurnameRun& run, const NamePools& pools, SampleRandom& rng, st
 std::string KindSpec::BaseName() const {
     char page[8];
     std::snprintf(page, sizeof page, "%04d", static_cast<int>(FirstPage));
-    return std::to_string(Year) + Event + std::to_string(Quarter) + page;
+    return std::to_string(Year) + Event + (Annual() ? "" : std::to_string(Quarter)) + page;
 }
 
 std::string KindSpec::Title() const {
+    if (Annual()) return std::string("INDEX OF BIRTHS REGISTERED IN ") + std::to_string(Year) + ".";
     static const char* const months[] = {"JANUARY, FEBRUARY AND MARCH", "APRIL, MAY AND JUNE",
                                          "JULY, AUGUST AND SEPTEMBER",
                                          "OCTOBER, NOVEMBER AND DECEMBER"};
@@ -169,7 +258,8 @@ std::string KindSpec::Title() const {
 
 const std::vector<KindSpec>& AllKinds() {
     static const std::vector<KindSpec> kinds = {Births1843(), Births1872(), Births1872Double(),
-                                                Births1911(), Births1965()};
+                                                Births1911(), Births1965(), Births1988(),
+                                                Births1995()};
     return kinds;
 }
 

@@ -49,7 +49,7 @@ void CheckRead(const KindSpec& kind, Model& m, const std::string& scanName, std:
         Require(false, kind, "the reader said: " + text);
     const tv::RecordTable& t = m.Table;
     Require(t.HeaderEvent == std::string(1, kind.Event) && t.HeaderYear == kind.Year &&
-                t.HeaderQuarter == kind.Quarter,
+                t.HeaderQuarter == kind.Quarter && t.AnnualIndex == kind.Annual(),
             kind, "the header gives another event, year or quarter");
     Require(t.HeaderPageCount == kind.Pages, kind, "the header gives another number of pages");
     for (int p = 1; p <= kind.Pages; ++p)
@@ -58,6 +58,18 @@ void CheckRead(const KindSpec& kind, Model& m, const std::string& scanName, std:
     Require(parsed.Year == kind.Year && parsed.Quarter == kind.Quarter &&
                 parsed.Letter == std::string(1, kind.Event) && parsed.Page == kind.FirstPage,
             kind, "the scan's name does not say its year, event, quarter and page");
+}
+
+// The box's second line of an annual index: its one reference to 1992; from 1993 the four,
+// each padded with spaces or cut to its width.
+std::string SecondLine(const Entry& e) {
+    if (e.References.size() != 4) return e.References.empty() ? "" : e.References[0];
+    const int widths[] = {6, 6, 4, 5};
+    std::string line;
+    for (std::size_t i = 0; i < 4; ++i)
+        line +=
+            (e.References[i] + std::string(20, ' ')).substr(0, static_cast<std::size_t>(widths[i]));
+    return line;
 }
 
 void CheckRecords(const KindSpec& kind, const Model& m, const PageLayout& layout,
@@ -70,7 +82,8 @@ void CheckRecords(const KindSpec& kind, const Model& m, const PageLayout& layout
         Require(t.LineRecNo[line] == static_cast<int>(r) + 1 && t.Surname[line] == e.Surname &&
                     t.Forenames[line] == e.Forenames && t.ExtraField[line] == e.Extra &&
                     t.District[line] == e.District && t.Volume[line] == e.Volume &&
-                    t.Page[line] == e.Page,
+                    t.Page[line] == e.Page &&
+                    (!kind.Annual() || t.AltSecondLine[line] == SecondLine(e)),
                 kind, "the reader reads line " + std::to_string(line) + " otherwise");
     }
 }

@@ -20,8 +20,12 @@ std::string FourDigits(int number) {
 std::string RecordLine(const KindSpec& kind, const Entry& e) {
     std::vector<std::string> fields = {e.Surname, e.Forenames};
     if (kind.HasExtra()) fields.push_back(e.Extra);
-    for (const std::string& field : {e.District, e.Volume, e.Page})
-        fields.push_back(field);
+    fields.push_back(e.District);
+    fields.insert(fields.end(), e.References.begin(), e.References.end());
+    // From 1993 the annual index has no volume and page.
+    if (!e.Volume.empty() || !e.Page.empty())
+        for (const std::string& field : {e.Volume, e.Page})
+            fields.push_back(field);
     std::string line;
     for (const std::string& field : fields) {
         if (field.find_first_of(",\"") != std::string::npos)
@@ -52,11 +56,13 @@ void WriteText(const std::string& path, const std::string& text) {
 
 Transcription BuildTranscription(const KindSpec& kind, const PageLayout& layout) {
     const std::string year = std::to_string(kind.Year);
-    const std::string quarter = std::to_string(kind.Quarter);
+    // An annual index leaves the quarter empty.
+    const std::string quarter = kind.Annual() ? "" : QuarterWords[kind.Quarter - 1];
+    const std::string series =
+        "BX" + year + (kind.Annual() ? "" : "C" + std::to_string(kind.Quarter));
     Transcription t;
     t.Lines = {"+INFO,volunteer@example.org,password,SEQUENCED,BIRTHS,cp1252",
-               "+S," + year + "," + QuarterWords[kind.Quarter - 1] + ",BX" + year + "C" + quarter +
-                   ",12/03/2024",
+               "+S," + year + "," + quarter + "," + series + ",12/03/2024",
                "+CREDIT,Sample Volunteer,volunteer@example.org",
                "+PAGE," + FourDigits(kind.FirstPage),
                "#COMMENT Sample page " + kind.Name + " drawn by tallyview_samplegen"};
