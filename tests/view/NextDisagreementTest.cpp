@@ -37,7 +37,7 @@ class NextDisagreementTest : public PageSessionTest {
         lines.ImageWidth = 2400;
         lines.ImageHeight = 3400;
         lines.Pitch = 30.0;
-        FoundColumn column{100.0, 2300.0, {}};
+        FoundColumn column{100.0, 2300.0, 0.0, {}};
         for (int i = 0; i < count; ++i)
             column.Lines.push_back({100.0, 200.0 + 30.0 * i});
         lines.Columns.push_back(column);
