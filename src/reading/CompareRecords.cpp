@@ -337,6 +337,46 @@ bool CapitalsDiffer(const std::string& typed, const std::string& read) {
     return false;
 }
 
+// The references of an entry (volume, page, register) are printed with digits where a name has
+// letters; a reader that takes a digit for the letter of its shape (1 for t or l, 0 for O, 5 for
+// S) is read as the digit where the transcription has a digit. A reference typed with another
+// digit still differs, and the reading shown is the corrected one.
+std::string DigitsWhereTyped(const std::string& typed, const std::string& read) {
+    if (typed.empty() || std::isdigit(static_cast<unsigned char>(typed[0])) == 0) return read;
+    std::string digits = read;
+    for (std::size_t k = 0; k < digits.size() && k < typed.size(); ++k) {
+        if (std::isdigit(static_cast<unsigned char>(typed[k])) == 0) continue;
+        switch (digits[k]) {
+        case 't':
+        case 'l':
+        case 'I':
+        case 'i':
+        case '|':
+            digits[k] = '1';
+            break;
+        case 'O':
+        case 'o':
+        case 'D':
+            digits[k] = '0';
+            break;
+        case 'S':
+        case 's':
+            digits[k] = '5';
+            break;
+        case 'B':
+            digits[k] = '8';
+            break;
+        case 'Z':
+        case 'z':
+            digits[k] = '2';
+            break;
+        default:
+            break;
+        }
+    }
+    return digits;
+}
+
 } // namespace
 
 std::vector<Disagreement> FindDisagreements(const RecordTable& table, const ScanType& scan,
@@ -385,10 +425,21 @@ std::vector<Disagreement> FindDisagreements(const RecordTable& table, const Scan
                     entry.Words.push_back(&w);
         // The second line of a long entry carries on a field in that field's place: the words
         // of the two lines in the order of their places across the column.
-        if (second >= 0)
+        // A word carried to the second line starts where the field starts on the first (a
+        // double surname broken at its hyphen), so it goes after the words of the first line that
+        // start less than half a pitch to its right.
+        if (second >= 0) {
+            const ReadLine* firstLine = read[static_cast<std::size_t>(first)].Line;
+            const double carried = 0.5 * lines.Pitch;
+            auto place = [firstLine, carried](const ReadWord* w) {
+                const bool onFirst = w >= firstLine->Words.data() &&
+                                     w < firstLine->Words.data() + firstLine->Words.size();
+                return onFirst ? w->Left : w->Left + carried;
+            };
             std::stable_sort(
                 entry.Words.begin(), entry.Words.end(),
-                [](const ReadWord* a, const ReadWord* b) { return a->Left < b->Left; });
+                [&place](const ReadWord* a, const ReadWord* b) { return place(a) < place(b); });
+        }
         // Where surnames stand on lines of their own, an entry's line never prints it.
         const std::vector<FieldReading> fields =
             ReadFields(record, entry,
@@ -410,10 +461,11 @@ std::vector<Disagreement> FindDisagreements(const RecordTable& table, const Scan
                 surnameConfidence = fr.Confidence;
             }
             if (!fr.Printed || fr.Confidence < DoubtfulBelow) continue;
-            if (Folded(fr.Read) == Folded(transcribed) &&
-                !(f == 1 && CapitalsDiffer(transcribed, fr.Read)))
+            const std::string readText = DigitsWhereTyped(transcribed, fr.Read);
+            if (Folded(readText) == Folded(transcribed) &&
+                !(f == 1 && CapitalsDiffer(transcribed, readText)))
                 continue;
-            found.push_back({record.Line, static_cast<int>(f + 1), transcribed, fr.Read});
+            found.push_back({record.Line, static_cast<int>(f + 1), transcribed, readText});
         }
     }
     return found;

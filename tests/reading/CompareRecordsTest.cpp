@@ -218,6 +218,40 @@ TEST(CompareRecords, ALongEntryCarriedOverTwoLinesIsOneRecord) {
     EXPECT_EQ(found[0].Read, "MONTGOMERY- CUNNINGHAM");
 }
 
+// The carried part starts where the field starts, a pixel or two either way: it still follows
+// the part on the line above.
+TEST(CompareRecords, ACarriedPartStartingJustLeftOfItsFieldFollowsTheFirstPart) {
+    const std::vector<std::string> records = {"WALKER,Ann,SMITH,Leeds,2b,11",
+                                              "WALKER,John,MONTGOMERY-CUNNINGHAM,Hull,2d,637",
+                                              "WALKER,Mary,JONES,York,2c,40"};
+    Page page = Read({"WALKER Ann SMITH Leeds 2b 11", "WALKER John MONTGOMERY- Hull 2d 637",
+                      "CUNNINGHAM", "WALKER Mary JONES York 2c 40"});
+    for (ReadWord& w : page.Reading.Lines[2].Words) {
+        w.Left = page.Reading.Lines[1].Words[2].Left - 3.0;
+        w.Right = w.Left + 100.0;
+    }
+    ScanType scan;
+    scan.LongExtraLen = 19;
+    EXPECT_TRUE(Compare(Table(records, true), page, scan).empty());
+}
+
+// A reference is printed in digits: a reader that takes the 1 of "1a" for a t has not found a
+// slip, but a volume typed with another digit still differs, shown as the digit it reads.
+TEST(CompareRecords, ALetterReadWhereAReferenceHasItsDigitIsTheDigitOfItsShape) {
+    Page page = Read(Printed);
+    page.Reading.Lines[4].Words[3].Text = "ta";
+    page.Reading.Lines[4].Words[4].Text = "lI8";
+    EXPECT_TRUE(Compare(Table(Records), page).empty());
+    std::vector<std::string> typed = Records;
+    typed[3] = "ADAMS,Thomas,Kensington,7a,118";
+    const std::vector<Disagreement> found = Compare(Table(typed), page);
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].Line, 5);
+    EXPECT_EQ(found[0].Field, 4);
+    EXPECT_EQ(found[0].Transcribed, "7a");
+    EXPECT_EQ(found[0].Read, "1a");
+}
+
 TEST(CompareRecords, GapsAndAFurtherColumnKeepTheRecordsInOrder) {
     Page page = Read({"ABBOTT, Mary Leeds 9b 211", "ABBOTT, William Bristol 6a 74", "",
                       "ACKROYD, Sarah Ann Halifax 9a 405"});
