@@ -45,8 +45,12 @@ const TruePage& SamplePage(const std::string& kind, const std::string& options) 
     auto found = pages.find(key);
     if (found != pages.end()) return found->second;
     const fs::path dir = drawn.Path() / std::to_string(pages.size());
-    const std::string command = std::string("QT_QPA_PLATFORM=offscreen ") + TALLYVIEW_SAMPLEGEN +
-                                " " + options + " " + kind + " " + dir.string() + " > /dev/null";
+    // The generator is a test tool, and its own leak check is left out: clang 14's leak checker
+    // crashes on the bounds it reads of glibc's dynamic thread-local storage in it when it draws
+    // the annual pages (a fault of the checker, which finds no leak in the other kinds).
+    const std::string command =
+        std::string("QT_QPA_PLATFORM=offscreen ASAN_OPTIONS=\"${ASAN_OPTIONS}:detect_leaks=0\" ") +
+        TALLYVIEW_SAMPLEGEN + " " + options + " " + kind + " " + dir.string() + " > /dev/null";
     if (std::system(command.c_str()) != 0)
         throw std::runtime_error("the sample generator failed: " + command);
     TruePage page;
