@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
 #include <limits>
 #include <map>
 
@@ -190,6 +191,7 @@ struct FieldReading {
     bool Printed = false; // some words of the line went to it
     float Confidence = 100.0F;
     std::string Read;
+    double Offset = std::numeric_limits<double>::quiet_NaN(); // of its first word, as placed
 };
 
 // Edits (a letter changed, left out or added) from one folded text to the other.
@@ -224,8 +226,56 @@ constexpr double ExtraWord = 0.5;
 // sharing by the edits from each field to its words.
 enum class Surname { Either, Printed, LeftOut };
 
-std::vector<FieldReading> ReadFields(const RecordText& record, const ReadEntry& entry,
+// Where a field starts across its column, where the page prints its fields at fixed places (a
+// typewritten or table-like index): its distance from the line's left edge on the lines read
+// alike, and how far those lines spread about it.
+struct FieldPlace {
+    bool Known = false;
+    double At = 0.0;
+    // Where the next field of known place starts: a word there or beyond is not this field's.
+    double Until = std::numeric_limits<double>::infinity();
+};
+
+// A field of fixed place needs this many of the page's entries read alike to be known, and
+// those entries within this many pitches of their middle (a field whose place varies with the
+// words before it, as in a printed line of proportional type, has none).
+constexpr std::size_t EntriesToPlaceAField = 5;
+constexpr double MostPlaceSpread = 0.5;
+// A field's first word away from its place by more than half a pitch costs this many letters
+// for each further pitch, up to the most: a record typed from another line still shares its
+// words field by field, by where they stand.
+constexpr double PlaceTolerance = 0.5;
+constexpr double LettersAPitchOffPlace = 4.0;
+constexpr double MostOffPlace = 8.0;
+
+double OffPlace(const FieldPlace& place, double offset, double pitch, bool first) {
+    if (!place.Known || std::isnan(offset) || pitch <= 0.0) return 0.0;
+    const double off = first ? std::abs(offset - place.At) : offset - place.Until;
+    const double pitches = off / pitch + (first ? -PlaceTolerance : PlaceTolerance);
+    return pitches <= 0.0 ? 0.0 : std::min(MostOffPlace, LettersAPitchOffPlace * pitches);
+}
+
+// The words of an entry with, for each, its distance from its line's left edge (NaN for a word
+// of an entry's second line, which is placed by the first).
+struct PlacedEntry {
+    const ReadEntry* Entry = nullptr;
+    std::vector<double> Offsets;
+    std::vector<FieldPlace> Places; // by field; empty where the page has none
+    double Pitch = 0.0;
+};
+
+std::vector<FieldReading> ReadFields(const RecordText& record, const PlacedEntry& placed,
                                      Surname surname) {
+    const ReadEntry& entry = *placed.Entry;
+    // The first word a field takes stands at the field's place, the others before the next
+    // field's.
+    auto offPlace = [&placed](std::size_t f, std::size_t w, std::size_t k) {
+        if (f >= placed.Places.size()) return 0.0;
+        double c = 0.0;
+        for (std::size_t j = w; j < w + k && j < placed.Offsets.size(); ++j)
+            c += OffPlace(placed.Places[f], placed.Offsets[j], placed.Pitch, j == w);
+        return c;
+    };
     const std::size_t nf = record.Fields.size();
     const std::size_t nw = entry.Words.size();
     std::vector<std::string> fields(nf);
@@ -255,7 +305,8 @@ std::vector<FieldReading> ReadFields(const RecordText& record, const ReadEntry& 
                     continue;
                 const double c =
                     k == 0 ? static_cast<double>(fields[f].size()) * (f == 0 ? SurnameLeftOut : 1.0)
-                           : Edits(fields[f], joined) + ExtraWord * static_cast<double>(k - 1);
+                           : Edits(fields[f], joined) + ExtraWord * static_cast<double>(k - 1) +
+                                 offPlace(f, w, k);
                 // Ties go to the reading that gives the field more words.
                 if (here + c <= cost[at(f + 1, w + k)]) {
                     cost[at(f + 1, w + k)] = here + c;
@@ -276,6 +327,8 @@ std::vector<FieldReading> ReadFields(const RecordText& record, const ReadEntry& 
         }
         --f;
         FieldReading& fr = read[f];
+        if (k > 0 && w - static_cast<std::size_t>(k) < placed.Offsets.size())
+            fr.Offset = placed.Offsets[w - static_cast<std::size_t>(k)];
         for (std::size_t j = w - static_cast<std::size_t>(k); j < w; ++j) {
             const ReadWord& word = *entry.Words[j];
             std::string text = word.Text;
@@ -290,16 +343,22 @@ std::vector<FieldReading> ReadFields(const RecordText& record, const ReadEntry& 
     return read;
 }
 
+// The left edge of a read line as the line finder found it (NaN for a line it does not know).
+double LineLeft(const PrintedLines& lines, const ReadLine& line) {
+    if (line.Column < 0 || line.Column >= static_cast<int>(lines.Columns.size()))
+        return std::numeric_limits<double>::quiet_NaN();
+    const FoundColumn& column = lines.Columns[static_cast<std::size_t>(line.Column)];
+    if (line.Index < 0 || line.Index >= static_cast<int>(column.Lines.size()))
+        return std::numeric_limits<double>::quiet_NaN();
+    return column.Lines[static_cast<std::size_t>(line.Index)].X;
+}
+
 // Whether an entry's line prints its surname: the line's first word stands at the column's
 // left edge, where a surname starts; an entry whose surname is a dash or a blank, or stands on
 // the line above, starts with its forenames further right (a dash reads as no letters).
 Surname SurnameOnLine(const PrintedLines& lines, const ReadLine& line) {
-    if (line.Column < 0 || line.Column >= static_cast<int>(lines.Columns.size()))
-        return Surname::Either;
-    const FoundColumn& column = lines.Columns[static_cast<std::size_t>(line.Column)];
-    if (line.Index < 0 || line.Index >= static_cast<int>(column.Lines.size()))
-        return Surname::Either;
-    const double left = column.Lines[static_cast<std::size_t>(line.Index)].X;
+    const double left = LineLeft(lines, line);
+    if (std::isnan(left)) return Surname::Either;
     for (const ReadWord& w : line.Words) {
         if (Folded(w.Text).empty()) continue;
         return w.Left - left < lines.Pitch ? Surname::Printed : Surname::LeftOut;
@@ -339,42 +398,35 @@ bool CapitalsDiffer(const std::string& typed, const std::string& read) {
 
 // The references of an entry (volume, page, register) are printed with digits where a name has
 // letters; a reader that takes a digit for the letter of its shape (1 for t or l, 0 for O, 5 for
-// S) is read as the digit where the transcription has a digit. A reference typed with another
-// digit still differs, and the reading shown is the corrected one.
-std::string DigitsWhereTyped(const std::string& typed, const std::string& read) {
-    if (typed.empty() || std::isdigit(static_cast<unsigned char>(typed[0])) == 0) return read;
-    std::string digits = read;
-    for (std::size_t k = 0; k < digits.size() && k < typed.size(); ++k) {
-        if (std::isdigit(static_cast<unsigned char>(typed[k])) == 0) continue;
-        switch (digits[k]) {
-        case 't':
-        case 'l':
-        case 'I':
-        case 'i':
-        case '|':
-            digits[k] = '1';
-            break;
-        case 'O':
-        case 'o':
-        case 'D':
-            digits[k] = '0';
-            break;
-        case 'S':
-        case 's':
-            digits[k] = '5';
-            break;
-        case 'B':
-            digits[k] = '8';
-            break;
-        case 'Z':
-        case 'z':
-            digits[k] = '2';
-            break;
-        default:
-            break;
+// S) is read as the digit where the transcription has a digit. The other way round, a register
+// that starts with a letter (D36, B49) read with the digit of the letter's shape (036, 849) is
+// read as the letter. A reference typed with another digit or letter still differs, and the
+// reading shown is the corrected one.
+std::string ShapesWhereTyped(const std::string& typed, const std::string& read) {
+    const bool reference = std::any_of(typed.begin(), typed.end(), [](char c) {
+        return std::isdigit(static_cast<unsigned char>(c)) != 0;
+    });
+    if (!reference) return read;
+    // A letter and the digit of its shape.
+    static const std::pair<char, char> alike[] = {{'t', '1'}, {'l', '1'}, {'I', '1'}, {'i', '1'},
+                                                  {'|', '1'}, {'O', '0'}, {'o', '0'}, {'D', '0'},
+                                                  {'Q', '0'}, {'S', '5'}, {'s', '5'}, {'B', '8'},
+                                                  {'Z', '2'}, {'z', '2'}, {'G', '6'}};
+    std::string shapes = read;
+    for (std::size_t k = 0; k < shapes.size() && k < typed.size(); ++k) {
+        const bool digitTyped = std::isdigit(static_cast<unsigned char>(typed[k])) != 0;
+        for (const auto& [letter, digit] : alike) {
+            if (digitTyped && shapes[k] == letter) {
+                shapes[k] = digit;
+                break;
+            }
+            if (!digitTyped && shapes[k] == digit && typed[k] == letter) {
+                shapes[k] = letter;
+                break;
+            }
         }
     }
-    return digits;
+    return shapes;
 }
 
 } // namespace
@@ -397,6 +449,85 @@ std::vector<Disagreement> FindDisagreements(const RecordTable& table, const Scan
     }
     const std::vector<std::pair<int, int>> matched = MatchLines(records, read);
 
+    // Each matched record's entry: its words in the order of their places, each with its
+    // distance from its line's left edge, and whether its line prints the surname.
+    std::vector<ReadEntry> entries(records.size());
+    std::vector<PlacedEntry> placed(records.size());
+    std::vector<Surname> surnames(records.size(), Surname::Either);
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        const auto [first, second] = matched[i];
+        if (first < 0) continue;
+        ReadEntry& entry = entries[i];
+        const ReadLine* firstLine = read[static_cast<std::size_t>(first)].Line;
+        for (const int k : {first, second})
+            if (k >= 0)
+                for (const ReadWord& w : read[static_cast<std::size_t>(k)].Line->Words)
+                    entry.Words.push_back(&w);
+        auto onFirst = [firstLine](const ReadWord* w) {
+            return w >= firstLine->Words.data() &&
+                   w < firstLine->Words.data() + firstLine->Words.size();
+        };
+        // The second line of a long entry carries on a field in that field's place: the words
+        // of the two lines in the order of their places across the column.
+        // A word carried to the second line starts where the field starts on the first (a
+        // double surname broken at its hyphen), so it goes after the words of the first line that
+        // start less than half a pitch to its right.
+        if (second >= 0) {
+            const double carried = 0.5 * lines.Pitch;
+            auto place = [&onFirst, carried](const ReadWord* w) {
+                return onFirst(w) ? w->Left : w->Left + carried;
+            };
+            std::stable_sort(
+                entry.Words.begin(), entry.Words.end(),
+                [&place](const ReadWord* a, const ReadWord* b) { return place(a) < place(b); });
+        }
+        PlacedEntry& p = placed[i];
+        p.Entry = &entry;
+        p.Pitch = lines.Pitch;
+        const double left = LineLeft(lines, *firstLine);
+        for (const ReadWord* w : entry.Words)
+            p.Offsets.push_back(onFirst(w) && !std::isnan(left)
+                                    ? w->Left - left
+                                    : std::numeric_limits<double>::quiet_NaN());
+        // Where surnames stand on lines of their own, an entry's line never prints it.
+        surnames[i] = scan.SurnameOwnLine ? Surname::LeftOut : SurnameOnLine(lines, *firstLine);
+    }
+
+    // Where the page prints its fields at fixed places: learnt from the entries that read as
+    // they were typed, then used to share out the words of every entry.
+    std::map<std::pair<int, std::size_t>, std::vector<double>> alike;
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        if (placed[i].Entry == nullptr) continue;
+        const std::vector<FieldReading> fields = ReadFields(records[i], placed[i], surnames[i]);
+        const int column = read[static_cast<std::size_t>(matched[i].first)].Line->Column;
+        for (std::size_t f = 0; f < fields.size(); ++f)
+            if (fields[f].Printed && !std::isnan(fields[f].Offset) &&
+                Folded(fields[f].Read) == Folded(records[i].Fields[f]))
+                alike[{column, f}].push_back(fields[f].Offset);
+    }
+    std::map<int, std::vector<FieldPlace>> places;
+    for (auto& [key, offsets] : alike) {
+        if (offsets.size() < EntriesToPlaceAField) continue;
+        std::sort(offsets.begin(), offsets.end());
+        const double middle = offsets[offsets.size() / 2];
+        const auto near = std::count_if(offsets.begin(), offsets.end(), [&](double o) {
+            return std::abs(o - middle) <= MostPlaceSpread * lines.Pitch;
+        });
+        // Four in five of them where the middle one is.
+        if (5 * static_cast<std::size_t>(near) < 4 * offsets.size()) continue;
+        std::vector<FieldPlace>& column = places[key.first];
+        if (column.size() <= key.second) column.resize(key.second + 1);
+        column[key.second].Known = true;
+        column[key.second].At = middle;
+    }
+    for (auto& [column, fields] : places) {
+        double until = std::numeric_limits<double>::infinity();
+        for (auto field = fields.rbegin(); field != fields.rend(); ++field) {
+            field->Until = until;
+            if (field->Known) until = field->At;
+        }
+    }
+
     // The surname in force: the last one printed in full, by an entry or on a line of its own;
     // an entry whose surname is a dash or a blank stands under it.
     std::string surname;
@@ -418,34 +549,9 @@ std::vector<Disagreement> FindDisagreements(const RecordTable& table, const Scan
                 }
             }
         previousLine = second >= 0 ? second : first;
-        ReadEntry entry;
-        for (const int k : {first, second})
-            if (k >= 0)
-                for (const ReadWord& w : read[static_cast<std::size_t>(k)].Line->Words)
-                    entry.Words.push_back(&w);
-        // The second line of a long entry carries on a field in that field's place: the words
-        // of the two lines in the order of their places across the column.
-        // A word carried to the second line starts where the field starts on the first (a
-        // double surname broken at its hyphen), so it goes after the words of the first line that
-        // start less than half a pitch to its right.
-        if (second >= 0) {
-            const ReadLine* firstLine = read[static_cast<std::size_t>(first)].Line;
-            const double carried = 0.5 * lines.Pitch;
-            auto place = [firstLine, carried](const ReadWord* w) {
-                const bool onFirst = w >= firstLine->Words.data() &&
-                                     w < firstLine->Words.data() + firstLine->Words.size();
-                return onFirst ? w->Left : w->Left + carried;
-            };
-            std::stable_sort(
-                entry.Words.begin(), entry.Words.end(),
-                [&place](const ReadWord* a, const ReadWord* b) { return place(a) < place(b); });
-        }
-        // Where surnames stand on lines of their own, an entry's line never prints it.
-        const std::vector<FieldReading> fields =
-            ReadFields(record, entry,
-                       scan.SurnameOwnLine
-                           ? Surname::LeftOut
-                           : SurnameOnLine(lines, *read[static_cast<std::size_t>(first)].Line));
+        const auto column = places.find(read[static_cast<std::size_t>(first)].Line->Column);
+        if (column != places.end()) placed[i].Places = column->second;
+        const std::vector<FieldReading> fields = ReadFields(record, placed[i], surnames[i]);
         for (std::size_t f = 0; f < fields.size(); ++f) {
             const FieldReading& fr = fields[f];
             const std::string& transcribed = record.Fields[f];
@@ -461,7 +567,7 @@ std::vector<Disagreement> FindDisagreements(const RecordTable& table, const Scan
                 surnameConfidence = fr.Confidence;
             }
             if (!fr.Printed || fr.Confidence < DoubtfulBelow) continue;
-            const std::string readText = DigitsWhereTyped(transcribed, fr.Read);
+            const std::string readText = ShapesWhereTyped(transcribed, fr.Read);
             if (Folded(readText) == Folded(transcribed) &&
                 !(f == 1 && CapitalsDiffer(transcribed, readText)))
                 continue;

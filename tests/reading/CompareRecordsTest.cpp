@@ -252,6 +252,21 @@ TEST(CompareRecords, ALetterReadWhereAReferenceHasItsDigitIsTheDigitOfItsShape) 
     EXPECT_EQ(found[0].Read, "1a");
 }
 
+TEST(CompareRecords, ADigitReadWhereARegisterHasTheLetterOfItsShapeIsTheLetter) {
+    const std::vector<std::string> records = {"WATERS,Angela,Rochdale,D36,2301",
+                                              "WATERS,Kevin,Wigan,B49,929"};
+    Page page = Read({"WATERS Angela Rochdale 036 2301", "WATERS Kevin Wigan 849 929"});
+    EXPECT_TRUE(Compare(Table(records), page).empty());
+    std::vector<std::string> typed = records;
+    typed[1] = "WATERS,Kevin,Wigan,D49,929";
+    const std::vector<Disagreement> found = Compare(Table(typed), page);
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].Line, 3);
+    EXPECT_EQ(found[0].Field, 4);
+    EXPECT_EQ(found[0].Transcribed, "D49");
+    EXPECT_EQ(found[0].Read, "849");
+}
+
 TEST(CompareRecords, GapsAndAFurtherColumnKeepTheRecordsInOrder) {
     Page page = Read({"ABBOTT, Mary Leeds 9b 211", "ABBOTT, William Bristol 6a 74", "",
                       "ACKROYD, Sarah Ann Halifax 9a 405"});
@@ -280,6 +295,45 @@ TEST(CompareRecords, ARecordTypedFromTheLineAboveIsReportedFieldByField) {
     for (std::size_t k = 0; k < found.size(); ++k) {
         EXPECT_EQ(found[k].Line, 5);
         EXPECT_EQ(found[k].Field, static_cast<int>(k + 1));
+    }
+}
+
+// A typewritten page prints each field at its own place across the column: the forenames at
+// the 12th character, the district at the 26th, the volume at the 40th, the page at the 46th.
+const std::vector<std::string> Typewritten = {
+    "JACKSON     Agnes         Bury          VIII  120",
+    "\x97           Alfred        Liverpool     XX    8",
+    "\x97           Alfred        St Pancras    I     77",
+    "\x97           Alice         Bristol       XL    211",
+    "\x97           Ann           Barnsley      XXII  516",
+    "\x97           Ann           Leeds         XXIII 107",
+    "\x97           Arthur        Hull          XXII  302",
+    "\x97           Betsy         Wigan         XXI   45",
+};
+
+const std::vector<std::string> TypewrittenRecords = {
+    "JACKSON,Agnes,Bury,VIII,120",    "JACKSON,Alfred,Liverpool,XX,8",
+    "JACKSON,Alfred,St Pancras,I,77", "JACKSON,Alice,Bristol,XL,211",
+    "JACKSON,Ann,Barnsley,XXII,516",  "JACKSON,Ann,Leeds,XXIII,107",
+    "JACKSON,Arthur,Hull,XXII,302",   "JACKSON,Betsy,Wigan,XXI,45",
+};
+
+TEST(CompareRecords, ARecordTypedFromTheLineAboveOnATypewrittenPageIsSharedOutByPlace) {
+    Page page = Read(Typewritten);
+    EXPECT_TRUE(Compare(Table(TypewrittenRecords), page).empty());
+    // Alice's record typed from Alfred's line above: by their letters alone, her district and
+    // volume would go to the typed district, the typed volume taking nothing.
+    std::vector<std::string> typed = TypewrittenRecords;
+    typed[3] = typed[2];
+    const std::vector<Disagreement> found = Compare(Table(typed), page);
+    ASSERT_EQ(found.size(), 4U);
+    const std::vector<std::pair<std::string, std::string>> expected = {
+        {"Alfred", "Alice"}, {"St Pancras", "Bristol"}, {"I", "XL"}, {"77", "211"}};
+    for (std::size_t k = 0; k < found.size(); ++k) {
+        EXPECT_EQ(found[k].Line, 5);
+        EXPECT_EQ(found[k].Field, static_cast<int>(k + 2));
+        EXPECT_EQ(found[k].Transcribed, expected[k].first);
+        EXPECT_EQ(found[k].Read, expected[k].second);
     }
 }
 
