@@ -8,6 +8,7 @@
 #include <leptonica/allheaders.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstdlib>
 #include <memory>
@@ -287,6 +288,31 @@ std::vector<StripWord> Words(tesseract::TessBaseAPI& api) {
 // doubt is the faded print's, and a surer second reading is as often a wrong one (10d as 16d).
 constexpr float ReadAgainBelow = 75.0F;
 
+// At most this many words of a line are read again, the least sure first: on a dusty scan a
+// line of specks would otherwise be read word by word.
+constexpr std::size_t MostReadAgain = 2;
+
+// The words of a line worth reading again: doubted, with a letter or a digit and more than one
+// character (a speck reads as a full stop, a dash or a lone letter).
+std::vector<bool> ToReadAgain(const std::vector<StripWord>& words) {
+    std::vector<std::size_t> doubted;
+    for (std::size_t k = 0; k < words.size(); ++k) {
+        const std::string& text = words[k].Text;
+        const bool letters = std::any_of(text.begin(), text.end(), [](char c) {
+            return std::isalnum(static_cast<unsigned char>(c)) != 0;
+        });
+        if (words[k].Confidence < ReadAgainBelow && letters && text.size() > 1)
+            doubted.push_back(k);
+    }
+    std::stable_sort(doubted.begin(), doubted.end(), [&words](std::size_t a, std::size_t b) {
+        return words[a].Confidence < words[b].Confidence;
+    });
+    std::vector<bool> again(words.size(), false);
+    for (std::size_t k = 0; k < doubted.size() && k < MostReadAgain; ++k)
+        again[doubted[k]] = true;
+    return again;
+}
+
 float LeastConfidence(const std::vector<StripWord>& words) {
     float least = 100.0F;
     for (const StripWord& w : words)
@@ -311,8 +337,10 @@ ReadLine ReadOne(tesseract::TessBaseAPI& api, const GreyImage& scan, const LineT
     const int stripWidth = static_cast<int>(pixGetWidth(pix));
     const int stripHeight = static_cast<int>(pixGetHeight(pix));
     const int margin = static_cast<int>(0.25 * ReadPitch);
+    std::vector<bool> readAgain =
+        grainy ? std::vector<bool>(words.size(), false) : ToReadAgain(words);
     for (std::size_t k = 0; k < words.size(); ++k) {
-        if (grainy || words[k].Confidence >= ReadAgainBelow) continue;
+        if (!readAgain[k]) continue;
         // Up to the neighbours' edges, not into them.
         const int from = std::max({0, words[k].Left - margin, k > 0 ? words[k - 1].Right + 1 : 0});
         const int to = std::min({stripWidth, words[k].Right + margin,
@@ -331,6 +359,8 @@ ReadLine ReadOne(tesseract::TessBaseAPI& api, const GreyImage& scan, const LineT
         // (The reader gives the boxes in the strip's pixels, not the rectangle's.)
         words.erase(words.begin() + static_cast<std::ptrdiff_t>(k));
         words.insert(words.begin() + static_cast<std::ptrdiff_t>(k), again.begin(), again.end());
+        readAgain.insert(readAgain.begin() + static_cast<std::ptrdiff_t>(k), again.size() - 1,
+                         false);
         k += again.size() - 1;
     }
     for (const StripWord& w : words) {
