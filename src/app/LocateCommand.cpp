@@ -1,15 +1,11 @@
 #include "app/LocateCommand.h"
 
+#include "app/CommandFiles.h"
+
 #include "core/Clock.h"
-#include "core/QtPlatform.h"
-#include "core/Text.h"
 #include "linefind/FindPrintedLines.h"
 #include "session/Session.h"
-#include "transcription/ReadTranscription.h"
-#include "view/ImageViewDecode.h"
 #include "view/QtLineFinder.h"
-
-#include <QImageReader>
 
 #include <cmath>
 
@@ -18,20 +14,6 @@ namespace tv {
 namespace {
 
 constexpr int TwipsPerPixel = 15;
-
-// Messages go to standard error; every question is answered as its default suggests, yes.
-class LocatePrompts : public Prompts {
-  public:
-    explicit LocatePrompts(std::ostream& err) : err_(err) {}
-    Answer Ask(const Prompt& prompt) override {
-        err_ << Cp1252ToUtf8(UnixLineEnds(prompt.Text)) << '\n';
-        return prompt.Choice == Buttons::Ok || prompt.Choice == Buttons::OkCancel ? Answer::Ok
-                                                                                  : Answer::Yes;
-    }
-
-  private:
-    std::ostream& err_;
-};
 
 // Text is measured as a fixed-pitch face would be: only the box's size depends on it.
 class LocateMeasure : public TextMeasure {
@@ -110,42 +92,20 @@ void CalibrateByEnter(Session& s) {
 } // namespace
 
 int RunLocate(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    if (args.size() != 2) {
-        err << "tallyview: --locate takes a scan and a transcription\n" << LocateUsageText;
-        return 64;
-    }
+    DecodedScan scan;
+    if (const int status = DecodeCommandScan(args, "locate", LocateUsageText, err, scan))
+        return status;
     const std::string& image = args[0];
-    // As the view reads a scan: a large scan exceeds Qt's default limit.
-    QImageReader::setAllocationLimit(AllocationLimitMegabytes);
-    const DecodedScan scan = DecodeScan(PathToQString(image));
-    if (scan.ErrorCode != LoadOk) {
-        err << "tallyview: cannot read " << image << ": error " << scan.ErrorCode << '\n';
-        return 3;
-    }
-    LocatePrompts prompts(err);
+    StandardErrorPrompts prompts(err);
     LocateMeasure measure;
     WholeScanView view(scan.Pristine.width(), scan.Pristine.height());
     PreselectedLayout chooser;
     SystemClock clock;
     Session s(Platform{prompts, measure, view, chooser, clock});
     s.GraphicsFile = image;
-    std::string file = args[1];
-    try {
-        ReaderContext context{s.Table, s.Scan, s.Calib.ColumnTopLine, s.GraphicsFile, prompts};
-        ReadTranscription(file, context);
-        if (file == QuitToken) {
-            err << "tallyview: cannot read " << args[1] << ": refused\n";
-            return 3;
-        }
-        ChooseScanType(s.Table, s.Scan, s.Calib.ColumnTopLine, s.GraphicsFile, s.History);
-    } catch (const FileError& e) {
-        err << "tallyview: cannot read " << e.Path << ": " << e.Reason << '\n';
-        return 3;
-    } catch (const RunTimeError& e) {
-        err << "tallyview: " << args[1] << ": run-time error " << e.Number << ": " << e.what()
-            << '\n';
-        return 3;
-    }
+    if (const int status = ReadCommandTranscription(image, args[1], prompts, err, s.Table, s.Scan,
+                                                    s.Calib.ColumnTopLine, s.History))
+        return status;
     s.Box.BoxWidth = scan.Pristine.width() * TwipsPerPixel / (2 * s.Scan.ColumnsAcross());
     const QImage& pixels = scan.Pristine;
     s.PrintedLinesFound(FindPrintedLines(GreyRowsOf(pixels),

@@ -73,6 +73,21 @@ std::vector<Disagreement> Compare(const RecordTable& table, const Page& page,
     return FindDisagreements(table, scan, page.Lines, page.Reading);
 }
 
+// The one disagreement found: its table line and field, and where given, the scan's reading and
+// the transcribed text.
+void ExpectOnly(const std::vector<Disagreement>& found, int line, int field,
+                const std::string& read = "", const std::string& transcribed = "") {
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].Line, line);
+    EXPECT_EQ(found[0].Field, field);
+    if (!read.empty()) {
+        EXPECT_EQ(found[0].Read, read);
+    }
+    if (!transcribed.empty()) {
+        EXPECT_EQ(found[0].Transcribed, transcribed);
+    }
+}
+
 const std::vector<std::string> Records = {
     "ABBOTT,Mary,Leeds,9b,211",         "ABBOTT,William,Bristol,6a,74",
     "ACKROYD,Sarah Ann,Halifax,9a,405", "ADAMS,Thomas,Kensington,1a,118",
@@ -97,11 +112,7 @@ TEST(CompareRecords, AChangedLetterIsReportedOnItsLineAndField) {
     std::vector<std::string> typed = Records;
     typed[2] = "ACKROYD,Sarah Ann,Halifex,9a,405";
     const std::vector<Disagreement> found = Compare(Table(typed), Read(Printed));
-    ASSERT_EQ(found.size(), 1U);
-    EXPECT_EQ(found[0].Line, 4);
-    EXPECT_EQ(found[0].Field, 3);
-    EXPECT_EQ(found[0].Transcribed, "Halifex");
-    EXPECT_EQ(found[0].Read, "Halifax");
+    ExpectOnly(found, 4, 3, "Halifax", "Halifex");
 }
 
 TEST(CompareRecords, DroppedDoubledAndSwappedLettersAndAWrongPageAreReported) {
@@ -171,10 +182,7 @@ TEST(CompareRecords, ADashForARepeatedSurnameStandsForTheSurnameAbove) {
     std::vector<std::string> typed = Records;
     typed[1] = "ABOTT,William,Bristol,6a,74";
     const std::vector<Disagreement> found = Compare(Table(typed), Read(printed));
-    ASSERT_EQ(found.size(), 1U);
-    EXPECT_EQ(found[0].Line, 3);
-    EXPECT_EQ(found[0].Field, 1);
-    EXPECT_EQ(found[0].Read, "ABBOTT");
+    ExpectOnly(found, 3, 1, "ABBOTT");
 }
 
 TEST(CompareRecords, SurnamesOnLinesOfTheirOwnHeadTheEntriesBelowThem) {
@@ -189,50 +197,44 @@ TEST(CompareRecords, SurnamesOnLinesOfTheirOwnHeadTheEntriesBelowThem) {
     std::vector<std::string> typed = records;
     typed[2] = "ACKRYOD,Sarah Ann,Halifax,9a,405";
     const std::vector<Disagreement> found = Compare(Table(typed), Read(printed), scan);
-    ASSERT_EQ(found.size(), 1U);
-    EXPECT_EQ(found[0].Line, 4);
-    EXPECT_EQ(found[0].Field, 1);
-    EXPECT_EQ(found[0].Read, "ACKROYD");
+    ExpectOnly(found, 4, 1, "ACKROYD");
+}
+
+// A long entry whose third field is carried over to the next printed line, the carried part
+// starting dx pixels right of the part on the line above.
+const std::vector<std::string> CarriedRecords = {"WALKER,Ann,SMITH,Leeds,2b,11",
+                                                 "WALKER,John,MONTGOMERY-CUNNINGHAM,Hull,2d,637",
+                                                 "WALKER,Mary,JONES,York,2c,40"};
+
+Page CarriedPage(double dx) {
+    Page page = Read({"WALKER Ann SMITH Leeds 2b 11", "WALKER John MONTGOMERY- Hull 2d 637",
+                      "CUNNINGHAM", "WALKER Mary JONES York 2c 40"});
+    for (ReadWord& w : page.Reading.Lines[2].Words) {
+        w.Left = page.Reading.Lines[1].Words[2].Left + dx;
+        w.Right = w.Left + 100.0;
+    }
+    return page;
+}
+
+ScanType CarriedScan() {
+    ScanType scan;
+    scan.LongExtraLen = 19;
+    return scan;
 }
 
 TEST(CompareRecords, ALongEntryCarriedOverTwoLinesIsOneRecord) {
-    const std::vector<std::string> records = {"WALKER,Ann,SMITH,Leeds,2b,11",
-                                              "WALKER,John,MONTGOMERY-CUNNINGHAM,Hull,2d,637",
-                                              "WALKER,Mary,JONES,York,2c,40"};
-    Page page = Read({"WALKER Ann SMITH Leeds 2b 11", "WALKER John MONTGOMERY- Hull 2d 637",
-                      "CUNNINGHAM", "WALKER Mary JONES York 2c 40"});
     // The carried part stands under the field it carries on.
-    for (ReadWord& w : page.Reading.Lines[2].Words) {
-        w.Left = page.Reading.Lines[1].Words[2].Left + 5.0;
-        w.Right = w.Left + 100.0;
-    }
-    ScanType scan;
-    scan.LongExtraLen = 19;
-    EXPECT_TRUE(Compare(Table(records, true), page, scan).empty());
-    std::vector<std::string> typed = records;
+    const Page page = CarriedPage(5.0);
+    EXPECT_TRUE(Compare(Table(CarriedRecords, true), page, CarriedScan()).empty());
+    std::vector<std::string> typed = CarriedRecords;
     typed[1] = "WALKER,John,MONTGOMERY-CUNNINGHAN,Hull,2d,637";
-    const std::vector<Disagreement> found = Compare(Table(typed, true), page, scan);
-    ASSERT_EQ(found.size(), 1U);
-    EXPECT_EQ(found[0].Line, 3);
-    EXPECT_EQ(found[0].Field, 3);
-    EXPECT_EQ(found[0].Read, "MONTGOMERY- CUNNINGHAM");
+    ExpectOnly(Compare(Table(typed, true), page, CarriedScan()), 3, 3, "MONTGOMERY- CUNNINGHAM");
 }
 
 // The carried part starts where the field starts, a pixel or two either way: it still follows
 // the part on the line above.
 TEST(CompareRecords, ACarriedPartStartingJustLeftOfItsFieldFollowsTheFirstPart) {
-    const std::vector<std::string> records = {"WALKER,Ann,SMITH,Leeds,2b,11",
-                                              "WALKER,John,MONTGOMERY-CUNNINGHAM,Hull,2d,637",
-                                              "WALKER,Mary,JONES,York,2c,40"};
-    Page page = Read({"WALKER Ann SMITH Leeds 2b 11", "WALKER John MONTGOMERY- Hull 2d 637",
-                      "CUNNINGHAM", "WALKER Mary JONES York 2c 40"});
-    for (ReadWord& w : page.Reading.Lines[2].Words) {
-        w.Left = page.Reading.Lines[1].Words[2].Left - 3.0;
-        w.Right = w.Left + 100.0;
-    }
-    ScanType scan;
-    scan.LongExtraLen = 19;
-    EXPECT_TRUE(Compare(Table(records, true), page, scan).empty());
+    EXPECT_TRUE(Compare(Table(CarriedRecords, true), CarriedPage(-3.0), CarriedScan()).empty());
 }
 
 // A reference is printed in digits: a reader that takes the 1 of "1a" for a t has not found a
@@ -245,11 +247,7 @@ TEST(CompareRecords, ALetterReadWhereAReferenceHasItsDigitIsTheDigitOfItsShape) 
     std::vector<std::string> typed = Records;
     typed[3] = "ADAMS,Thomas,Kensington,7a,118";
     const std::vector<Disagreement> found = Compare(Table(typed), page);
-    ASSERT_EQ(found.size(), 1U);
-    EXPECT_EQ(found[0].Line, 5);
-    EXPECT_EQ(found[0].Field, 4);
-    EXPECT_EQ(found[0].Transcribed, "7a");
-    EXPECT_EQ(found[0].Read, "1a");
+    ExpectOnly(found, 5, 4, "1a", "7a");
 }
 
 TEST(CompareRecords, ADigitReadWhereARegisterHasTheLetterOfItsShapeIsTheLetter) {
@@ -260,11 +258,7 @@ TEST(CompareRecords, ADigitReadWhereARegisterHasTheLetterOfItsShapeIsTheLetter) 
     std::vector<std::string> typed = records;
     typed[1] = "WATERS,Kevin,Wigan,D49,929";
     const std::vector<Disagreement> found = Compare(Table(typed), page);
-    ASSERT_EQ(found.size(), 1U);
-    EXPECT_EQ(found[0].Line, 3);
-    EXPECT_EQ(found[0].Field, 4);
-    EXPECT_EQ(found[0].Transcribed, "D49");
-    EXPECT_EQ(found[0].Read, "849");
+    ExpectOnly(found, 3, 4, "849", "D49");
 }
 
 TEST(CompareRecords, GapsAndAFurtherColumnKeepTheRecordsInOrder) {
@@ -282,9 +276,7 @@ TEST(CompareRecords, GapsAndAFurtherColumnKeepTheRecordsInOrder) {
     std::vector<std::string> typed = Records;
     typed[5] = "ALLSOP,John Henry,Derby,7b,299";
     const std::vector<Disagreement> found = Compare(Table(typed), page);
-    ASSERT_EQ(found.size(), 1U);
-    EXPECT_EQ(found[0].Line, 7);
-    EXPECT_EQ(found[0].Field, 5);
+    ExpectOnly(found, 7, 5);
 }
 
 TEST(CompareRecords, ARecordTypedFromTheLineAboveIsReportedFieldByField) {

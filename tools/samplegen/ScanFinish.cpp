@@ -13,30 +13,6 @@ namespace {
 
 constexpr int TileSize = 256;
 
-// A [1 2 1] smoothing across and then down: the softness of a lens slightly out of focus.
-void Blur(QImage& scan) {
-    const int w = scan.width();
-    const int h = scan.height();
-    std::vector<uint8_t> row(static_cast<std::size_t>(w));
-    for (int y = 0; y < h; ++y) {
-        uint8_t* line = scan.scanLine(y);
-        std::copy(line, line + w, row.begin());
-        for (int x = 1; x < w - 1; ++x)
-            line[x] = static_cast<uint8_t>((row[x - 1] + 2 * row[x] + row[x + 1] + 2) >> 2);
-    }
-    std::vector<uint8_t> above(static_cast<std::size_t>(w));
-    std::copy(scan.constScanLine(0), scan.constScanLine(0) + w, above.begin());
-    for (int y = 1; y < h - 1; ++y) {
-        uint8_t* line = scan.scanLine(y);
-        const uint8_t* below = scan.constScanLine(y + 1);
-        for (int x = 0; x < w; ++x) {
-            const uint8_t here = line[x];
-            line[x] = static_cast<uint8_t>((above[x] + 2 * here + below[x] + 2) >> 2);
-            above[x] = here;
-        }
-    }
-}
-
 // A coarse grid of values spread smoothly over the whole scan.
 QImage Smoothed(const QImage& coarse, const QSize& size) {
     return coarse.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
@@ -78,6 +54,29 @@ std::vector<int8_t> GrainTile(SampleRandom& rng) {
 }
 
 } // namespace
+
+void Blur(QImage& scan) {
+    const int w = scan.width();
+    const int h = scan.height();
+    std::vector<uint8_t> row(static_cast<std::size_t>(w));
+    for (int y = 0; y < h; ++y) {
+        uint8_t* line = scan.scanLine(y);
+        std::copy(line, line + w, row.begin());
+        for (int x = 1; x < w - 1; ++x)
+            line[x] = static_cast<uint8_t>((row[x - 1] + 2 * row[x] + row[x + 1] + 2) >> 2);
+    }
+    std::vector<uint8_t> above(static_cast<std::size_t>(w));
+    std::copy(scan.constScanLine(0), scan.constScanLine(0) + w, above.begin());
+    for (int y = 1; y < h - 1; ++y) {
+        uint8_t* line = scan.scanLine(y);
+        const uint8_t* below = scan.constScanLine(y + 1);
+        for (int x = 0; x < w; ++x) {
+            const uint8_t here = line[x];
+            line[x] = static_cast<uint8_t>((above[x] + 2 * here + below[x] + 2) >> 2);
+            above[x] = here;
+        }
+    }
+}
 
 void AgeScan(QImage& scan, uint32_t seed) {
     Blur(scan);

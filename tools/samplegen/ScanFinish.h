@@ -7,6 +7,10 @@
 
 namespace samplegen {
 
+// A [1 2 1] smoothing of an 8-bit grey scan across and then down, in place: the softness of a
+// lens slightly out of focus.
+void Blur(QImage& scan);
+
 // Ages an 8-bit grey scan in place; the same seed gives the same bytes.
 void AgeScan(QImage& scan, uint32_t seed);
 
