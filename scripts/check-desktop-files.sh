@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
 # Checks that Tallyview is installed under PREFIX (default /usr) as the desktop expects: the
-# program answers --version and --check, and the desktop entry, the icon, the AppStream metainfo,
+# program answers --version and --check, finds and reads the printed lines of a scan with the
+# module installed beside it (given the sample generator SAMPLEGEN to draw the page), and the desktop entry, the icon, the AppStream metainfo,
 # the shared-mime-info description and the man page are in place and valid. With PREFIX other
 # than /usr the MIME database is built in a copy, as update-mime-database does on installation.
 set -euo pipefail
 prefix=${1:-/usr}
+samplegen=${2:-}
 here=$(cd "$(dirname "$0")/.." && pwd)
 share="$prefix/share"
 work=$(mktemp -d)
@@ -24,6 +26,23 @@ env -u DISPLAY -u WAYLAND_DISPLAY "$prefix/bin/tallyview" --check \
 [ "$status" -eq 1 ] || fail "--check on findings.QRL ended with status $status"
 grep -qx "Tallyview Report for Deaths 1872 Qtr 1 Page 42" "$work/report" ||
   fail "--check wrote no report"
+
+# The scan module: the installed program opens its own (bin/../LIBDIR/tallyview), finds the
+# lines of a generated page and reads them, and reports the typing slips the page was drawn with.
+module=$(find "$prefix/lib" -path '*/tallyview/tallyview-scan.so' | head -n 1)
+[ -n "$module" ] || fail "no lib/.../tallyview/tallyview-scan.so under $prefix"
+if [ -n "$samplegen" ]; then
+  "$samplegen" --slips births1911 "$work/page" > /dev/null
+  status=0
+  env -u DISPLAY -u WAYLAND_DISPLAY LD_DEBUG=files "$prefix/bin/tallyview" --compare \
+    "$work/page/1911B30456.jpg" "$work/page/1911B30456.QRL" > "$work/compared" \
+    2> "$work/loaded" || status=$?
+  [ "$status" -eq 1 ] || fail "--compare on a page with slips ended with status $status"
+  grep -q "file=$prefix/bin/\.\./.*/tallyview/tallyview-scan\.so " "$work/loaded" ||
+    fail "the installed program did not open the installed tallyview-scan.so"
+  grep -qP '^7\t2\tGlays\tGladys$' "$work/compared" ||
+    fail "--compare did not report the slip on line 7: $(head -n 3 "$work/compared")"
+fi
 
 # The desktop entry opens scans and transcriptions.
 entry="$share/applications/tallyview.desktop"

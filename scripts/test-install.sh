@@ -7,4 +7,4 @@ cd "$(dirname "$0")/.."
 prefix=$(mktemp -d)
 trap 'rm -rf "$prefix"' EXIT
 cmake --install "$build" --prefix "$prefix" > /dev/null
-scripts/check-desktop-files.sh "$prefix"
+scripts/check-desktop-files.sh "$prefix" "$build/tools/tallyview_samplegen"

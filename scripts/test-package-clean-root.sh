@@ -2,9 +2,9 @@
 # Installs the Debian package that `make package` built into a fresh minimal Debian 12 root
 # (debootstrap --variant=minbase bookworm, from the Debian mirror this machine's apt uses), with
 # apt inside that root, so that every library it needs must come through its Depends; then runs
-# `tallyview --version` and `tallyview --check` on a bundled transcription there. It needs root
-# and the network: where the machine cannot debootstrap it says why and skips, except in CI
-# (CI=true), where that is a failure.
+# `tallyview --version`, `tallyview --check` on a bundled transcription and `tallyview --compare`
+# on a generated page there. It needs root and the network: where the machine cannot debootstrap
+# it says why and skips, except in CI (CI=true), where that is a failure.
 set -euo pipefail
 build=${1:-build}
 cd "$(dirname "$0")/.."
@@ -67,6 +67,7 @@ cp /etc/resolv.conf "$root/etc/resolv.conf"
 mkdir -p "$root/tmp/tallyview"
 cp "$deb" "$root/tmp/tallyview/"
 cp tests/data/check/findings.QRL "$root/tmp/tallyview/"
+"$build/tools/tallyview_samplegen" --slips births1911 "$root/tmp/tallyview/page" > /dev/null
 inside() {
   chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8 \
     DEBIAN_FRONTEND=noninteractive "$@"
@@ -85,5 +86,14 @@ inside tallyview --check /tmp/tallyview/findings.QRL > "$build/clean-root-report
 grep -qx "Tallyview Report for Deaths 1872 Qtr 1 Page 42" "$build/clean-root-report" ||
   fail "--check wrote no report in the fresh root"
 rm -f "$build/clean-root-report"
+# The scan module and the OCR's data, with nothing but what the package brought in: the lines of
+# a generated page are found and read, and its first typing slip is reported.
+status=0
+inside tallyview --compare /tmp/tallyview/page/1911B30456.jpg /tmp/tallyview/page/1911B30456.QRL \
+  > "$build/clean-root-compared" 2> /dev/null || status=$?
+[ "$status" -eq 1 ] || fail "--compare on a page with slips ended with status $status"
+grep -qP '^7\t2\tGlays\tGladys$' "$build/clean-root-compared" ||
+  fail "--compare did not report the slip on line 7 in the fresh root"
+rm -f "$build/clean-root-compared"
 echo "test-package-clean-root: $(basename "$deb") installs and runs in a fresh Debian 12 root" \
   "($(($(date +%s) - start)) s)"

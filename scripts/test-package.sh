@@ -37,10 +37,14 @@ for path in usr/bin/tallyview usr/share/applications/tallyview.desktop \
   usr/share/doc/tallyview/changelog.gz; do
   grep -q " \./$path\$" <<< "$contents" || fail "$deb does not hold /$path"
 done
-# The libraries it needs, as dpkg-shlibdeps found them in the binary, and the plug-ins: Qt's
-# TIFF reader and its SVG icon engine, which draws the window icon.
+grep -q " \./usr/lib/[^/]*/tallyview/tallyview-scan\.so\$" <<< "$contents" ||
+  fail "$deb does not hold /usr/lib/<triplet>/tallyview/tallyview-scan.so"
+# The libraries it needs, as dpkg-shlibdeps found them in the program and its scan module, the
+# OCR's English data, and the plug-ins: Qt's TIFF reader and its SVG icon engine, which draws
+# the window icon.
 depends=$(dpkg-deb -f "$deb" Depends)
-for library in libqt6widgets6 libqt6printsupport6 libstdc++6 qt6-image-formats-plugins libqt6svg6; do
+for library in libqt6widgets6 libqt6printsupport6 libstdc++6 libtesseract5 liblept5 \
+  tesseract-ocr-eng qt6-image-formats-plugins libqt6svg6; do
   [[ "$depends" == *"$library"* ]] || fail "the package does not depend on $library: $depends"
 done
 
@@ -55,7 +59,7 @@ installed || fail "apt-get did not install $deb"
 dpkg -L tallyview > "$work/files"
 
 [ "$(command -v tallyview)" = /usr/bin/tallyview ] || fail "tallyview is not /usr/bin/tallyview"
-scripts/check-desktop-files.sh /usr
+scripts/check-desktop-files.sh /usr "$build/tools/tallyview_samplegen"
 
 # The file manager offers it for scans and transcriptions (the desktop database's cache).
 for type in image/jpeg text/x-bmd-transcription; do

@@ -5,7 +5,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <filesystem>
 #include <sstream>
+#include <string>
+#include <vector>
 
 namespace tv::test {
 
@@ -136,6 +139,42 @@ TEST(LocateCommand, AWrongCommandLineIsStatus64) {
 TEST(LocateCommand, AMissingTranscriptionIsStatus3) {
     const TruePage& page = SamplePage("births1911");
     EXPECT_EQ(RunTallyview({"--locate", page.Scan.string(), "/nonexistent/x.QRL"}).Status, 3);
+}
+
+// The finder and the reader live in a module the program opens beside itself or where the install
+// puts it. A copy of the program alone, without its module, places no record and reads nothing,
+// as on a page without lines; given the module beside it, the same copy finds the lines again.
+TEST(LocateCommand, WithoutItsScanModuleTheProgramPlacesNothingAndReadsNothing) {
+    const TruePage& page = SamplePage("births1911");
+    TempDir dir;
+    const std::filesystem::path program = dir.Path() / "tallyview";
+    std::filesystem::copy_file(TALLYVIEW_BINARY, program);
+    // The prefix is given the program and its arguments; it drops the program and runs the copy.
+    const std::vector<std::string> copy = {
+        "sh", "-c", "shift; exec \"" + program.string() + "\" \"$@\"", "tallyview"};
+    const ProcessResult located =
+        RunTallyviewThrough(copy, {"--locate", page.Scan.string(), page.Transcription.string()});
+    EXPECT_EQ(located.Status, 0) << located.Err;
+    std::istringstream out(located.Out);
+    std::string line;
+    int lines = 0;
+    while (std::getline(out, line)) {
+        ++lines;
+        EXPECT_EQ(line.substr(line.find('\t')), "\t-") << line;
+    }
+    EXPECT_EQ(lines, static_cast<int>(page.Places.size()));
+    const ProcessResult compared =
+        RunTallyviewThrough(copy, {"--compare", page.Scan.string(), page.Transcription.string()});
+    EXPECT_EQ(compared.Status, 0) << compared.Err;
+    EXPECT_EQ(compared.Out, "");
+
+    std::filesystem::copy_file(std::filesystem::path(TALLYVIEW_BINARY).parent_path() /
+                                   "tallyview-scan.so",
+                               dir.Path() / "tallyview-scan.so");
+    const ProcessResult found =
+        RunTallyviewThrough(copy, {"--locate", page.Scan.string(), page.Transcription.string()});
+    EXPECT_EQ(found.Status, 0) << found.Err;
+    EXPECT_EQ(found.Out.find("\t-"), std::string::npos) << found.Out;
 }
 
 TEST(LocateCommand, IsListedInTheHelp) {
