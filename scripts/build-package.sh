@@ -38,4 +38,8 @@ lintian --pedantic --fail-on error,warning --display-info "$build/$deb" "$work"/
 unpacked="$work/unpacked"
 dpkg-deb -x "$build/$deb" "$unpacked"
 hardening-check --nocfprotection "$unpacked/usr/bin/tallyview"
+# The scan module is built with the same flags; the only functions FORTIFY_SOURCE could check in
+# it (memcpy, memmove, memset) copy buffers whose sizes are known only at run time, so no checked
+# call is emitted and hardening-check would report "only unprotected functions found".
+hardening-check --nocfprotection --nofortify "$unpacked"/usr/lib/*/tallyview/tallyview-scan.so
 echo "build-package: $build/$deb"
