@@ -391,6 +391,7 @@ ScanReading ReadScanLines(const GreyImage& scan, const PrintedLines& lines,
     if (lines.Empty() || scan.Pixels == nullptr) return reading;
     const std::vector<LineTask> tasks = Tasks(scan, lines);
     const bool grainy = Grainy(scan);
+    reading.Grainy = grainy;
     std::vector<ReadLine> read(tasks.size());
     std::vector<char> done(tasks.size(), 0);
     std::atomic<std::size_t> next{0};

@@ -21,7 +21,7 @@ struct ScanModuleEntries {
     int (*ReadWhole)(const GreyImage& scan) = nullptr;
 };
 
-inline constexpr int ScanModuleVersion = 1;
+inline constexpr int ScanModuleVersion = 2;
 
 // The module's one exported function, by name, as the loader looks it up.
 inline constexpr const char* ScanModuleEntryName = "tallyview_scan_entries";

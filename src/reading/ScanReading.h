@@ -36,6 +36,9 @@ struct ReadLine {
 struct ScanReading {
     int ImageWidth = 0;
     int ImageHeight = 0;
+    // The paper of the scan is grainy (worn, filmed, noisy): its faded print breaks the closed
+    // loops of 0, 6, 8 and 9, and the reader tells them apart with a confidence it has not earned.
+    bool Grainy = false;
     std::vector<ReadLine> Lines;
 };
 

@@ -96,8 +96,8 @@ TEST_P(ComparePage, FindsTheSlipsOnTheirLineAndFieldWithFewFalseReports) {
 }
 
 // Every layout as the generator draws it (turned a little, lit unevenly), three turned by a
-// whole degree, and three worn pages bent towards the binding (faded ink, soft focus, coarse
-// grain).
+// whole degree, and five worn pages bent towards the binding (faded ink, soft focus, coarse
+// grain), the two annual ones among them.
 INSTANTIATE_TEST_SUITE_P(
     CompareCommand, ComparePage,
     ::testing::Values(
@@ -110,7 +110,9 @@ INSTANTIATE_TEST_SUITE_P(
         PageCase{"births1965", "--rotation 1.0", 0.90, 0.03},
         PageCase{"births1872", "--worn --shape curved", 0.75, 0.08},
         PageCase{"births1911", "--worn --shape curved", 0.75, 0.08},
-        PageCase{"births1965", "--worn --shape curved", 0.75, 0.08}));
+        PageCase{"births1965", "--worn --shape curved", 0.75, 0.08},
+        PageCase{"births1988", "--worn --shape curved", 0.75, 0.08},
+        PageCase{"births1995", "--worn --shape curved", 0.75, 0.08}));
 
 // A blank sheet has no lines to read: nothing disagrees.
 TEST(CompareCommand, NothingReadNothingReportedAndExitStatus0) {

@@ -45,7 +45,7 @@ class NextDisagreementTest : public PageSessionTest {
     }
     ScanReading PrintedAs(int slipLine, const std::string& printedForename) const {
         const RecordTable& t = S.Table;
-        ScanReading reading{2400, 3400, {}};
+        ScanReading reading{2400, 3400, false, {}};
         for (int line = 1; line <= t.LineCount; ++line) {
             if (!t.IsRecord(line)) continue;
             ReadLine read{0, static_cast<int>(reading.Lines.size()), {}};
