@@ -111,6 +111,10 @@ ScanLayoutChoice ScanTypesForm::Choose(const ScanLayoutChoice& preselected) {
     Preselect(preselected);
     // Closing the form in any way applies what it shows, as its unload always did.
     exec();
+    // The keys of calibration go on to the window that asked, without a click on it: not every
+    // window manager gives a closed dialogue's window the activation back.
+    if (QWidget* window = parentWidget() ? parentWidget()->window() : nullptr)
+        window->activateWindow();
     return Selection();
 }
 

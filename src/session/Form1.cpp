@@ -301,8 +301,14 @@ void Form1::InitialiseForm1() {
 void Form1::FindLines() {
     const QImage& scan = view_->Scan();
     if (scan.isNull()) return;
-    lineFinder_->Find(scan, ColumnsToFind(session_->Scan, scan.width(), scan.height()),
-                      session_->Box.ScanRotation);
+    columnsSought_ = ColumnsToFind(session_->Scan, scan.width(), scan.height());
+    lineFinder_->Find(scan, columnsSought_, session_->Box.ScanRotation);
+}
+
+void Form1::FindLinesForLayout() {
+    const QImage& scan = view_->Scan();
+    if (columnsSought_ == 0 || scan.isNull()) return;
+    if (ColumnsToFind(session_->Scan, scan.width(), scan.height()) != columnsSought_) FindLines();
 }
 
 // Lines found late serve the placements made after they come; Sync shows a box that the first

@@ -137,6 +137,9 @@ class Form1 : public QMainWindow {
     // Starts the line finder on the scan as it is shown now (turned by the user, if so).
     void FindLines();
     void FindLinesAfterTurning();
+    // The layout chosen again (C in the first stage) looks for another number of columns: the
+    // lines are found again for it.
+    void FindLinesForLayout();
     // The lines were found on the scan turned by rotation degrees: the reading of the page starts
     // on them, when there are any.
     void LinesFound(PrintedLines lines, float rotation);
@@ -221,6 +224,7 @@ class Form1 : public QMainWindow {
     // Finds the printed lines of the scan off the user-interface thread.
     QtLineFinder* lineFinder_ = nullptr;
     QTimer* findAfterTurn_ = nullptr;
+    int columnsSought_ = 0; // the columns the finder was last asked for; 0: not asked yet
     // Reads the found lines of the scan off the user-interface thread.
     QtScanReader* scanReader_ = nullptr;
     QLabel* readingStatus_ = nullptr; // in the status line

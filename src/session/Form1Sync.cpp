@@ -29,6 +29,7 @@ int Form1::Pixels(int32_t twips) const {
 }
 
 void Form1::Sync() {
+    FindLinesForLayout();
     SyncBox();
     SyncCommands();
     SyncMenuTicks();

@@ -3,10 +3,13 @@
 // spacing agree with the page's truth.
 #include "SessionFormsTesting.h"
 
+#include "layout/ScanTypesForm.h"
 #include "session/Form1.h"
 #include "view/ImageView.h"
 
 #include <QAction>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QTest>
 
 #include <cmath>
@@ -69,6 +72,48 @@ TEST_F(LineUpMenu, TheScanMenuItemsAreTickedAtFirstAndUntickingThemStopsTheLinin
     // The tenth entry by the calibration's own estimate: no printed line was used.
     EXPECT_EQ(s.Calib.CalibrationStage, 2);
     EXPECT_FALSE(s.Lines.LinedUp.has_value());
+    EXPECT_TRUE(QTest::qWaitForWindowActive(Window));
+}
+
+// C in the first stage chooses the layout again: with another number of columns the lines are
+// found again for it (and read again), and ENTER alone still calibrates the page.
+TEST_F(LineUpMenu, ALayoutWithOtherColumnsChosenByCFindsTheLinesAgain) {
+    RealScanTypes = true;
+    const SamplePage page = GeneratePage("births1872", Dir.Path());
+    OpenPage(page);
+    Session& s = S();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return s.Lines.Found.has_value(); }, 20000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !Window->FindingLines(); }, 20000));
+    ASSERT_EQ(s.Scan.NumColumns, 3);
+    EXPECT_EQ(s.Lines.Found->Columns.size(), 3U);
+    auto choose = [](int columns) {
+        WhenScanTypesShown([columns](ScanTypesForm& form) {
+            form.OptCol(columns)->click();
+            form.OptPage(1)->click();
+            form.CloseButton->click();
+        });
+    };
+    choose(2);
+    Press(Qt::Key_C);
+    ASSERT_EQ(s.Scan.NumColumns, 2);
+    EXPECT_TRUE(Window->FindingLines());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !Window->FindingLines(); }, 20000));
+    choose(3);
+    Press(Qt::Key_C);
+    ASSERT_EQ(s.Scan.NumColumns, 3);
+    EXPECT_TRUE(Window->FindingLines());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !Window->FindingLines(); }, 20000));
+    ASSERT_EQ(s.Lines.Found->Columns.size(), 3U);
+    for (int press = 0; press <= s.Scan.NumColumns; ++press)
+        Press(Qt::Key_Return);
+    ASSERT_EQ(s.Calib.CalibrationStage, 0);
+    const ViewMetrics m = Window->View().Metrics();
+    const double twips = m.TwipsPerPixelY * m.Zoom;
+    for (int c = 1; c <= s.Scan.NumColumns; ++c) {
+        const SamplePage::Place& place = page.Places.at(page.FirstLineOfColumn(c));
+        EXPECT_NEAR(s.Calib.ColumnTopY[c], place.Y * twips, page.Pitch / 4.0 * twips)
+            << "column " << c;
+    }
     EXPECT_TRUE(QTest::qWaitForWindowActive(Window));
 }
 
