@@ -260,6 +260,7 @@ void Form1::Form_Load2() {
     scanReader_->Cancel();
     session_->Form_Load2();
     boxShown_ = false;
+    columnsSought_ = 0;
     Sync();
 }
 
@@ -307,7 +308,9 @@ void Form1::FindLines() {
 
 void Form1::FindLinesForLayout() {
     const QImage& scan = view_->Scan();
-    if (columnsSought_ == 0 || scan.isNull()) return;
+    // Only for the scan being verified: a scan opened for the next page is looked at when its
+    // window is shown.
+    if (!boxShown_ || columnsSought_ == 0 || scan.isNull()) return;
     if (ColumnsToFind(session_->Scan, scan.width(), scan.height()) != columnsSought_) FindLines();
 }
 
@@ -364,6 +367,7 @@ void Form1::MenuNewScan_Click() {
 void Form1::NewScan(const SessionFiles& files) {
     if (!session_->NewScanAllowed()) return;
     boxShown_ = false;
+    columnsSought_ = 0;
     Sync();
     emit NewScanRequested(files);
 }
