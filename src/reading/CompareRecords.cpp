@@ -1,5 +1,6 @@
 #include "reading/CompareRecords.h"
 
+#include "core/Text.h"
 #include "reading/ReadText.h"
 #include "transcription/SplitFields.h"
 #include "transcription/TextConversion.h"
@@ -434,14 +435,8 @@ std::string ShapesWhereTyped(const std::string& typed, const std::string& read) 
 // print, not the volunteer: measured on worn pages, 10d read as 16d and 0795 as 9795 with full
 // confidence. A field that differs only there is doubtful; any other difference still counts.
 bool OnlyLoopsDiffer(const std::string& transcribed, const std::string& read) {
-    auto plain = [](const std::string& text) {
-        std::string s = ConvTo7BitASCII(text);
-        for (char& c : s)
-            c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-        return s;
-    };
-    const std::string typed = plain(transcribed);
-    const std::string shown = plain(read);
+    const std::string typed = UCase(ConvTo7BitASCII(transcribed));
+    const std::string shown = UCase(ConvTo7BitASCII(read));
     if (typed.size() != shown.size() || typed == shown) return false;
     auto loop = [](char c) { return c == '0' || c == '6' || c == '8' || c == '9'; };
     for (std::size_t k = 0; k < typed.size(); ++k)

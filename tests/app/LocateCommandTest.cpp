@@ -44,6 +44,19 @@ Located Locate(const TruePage& page) {
     return result;
 }
 
+// A --locate run that placed no record: status 0 and a dash for every record of the page.
+void ExpectNothingPlaced(const ProcessResult& run, const TruePage& page) {
+    EXPECT_EQ(run.Status, 0) << run.Err;
+    std::istringstream out(run.Out);
+    std::string line;
+    int lines = 0;
+    while (std::getline(out, line)) {
+        ++lines;
+        EXPECT_EQ(line.substr(line.find('\t')), "\t-") << line;
+    }
+    EXPECT_EQ(lines, static_cast<int>(page.Places.size()));
+}
+
 class LocateEveryKind : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(LocateEveryKind, PlacesAtLeast98PercentOfTheRecordsOnTheirBaseline) {
@@ -113,16 +126,7 @@ TEST(LocateCommand, WritesADashForEveryRecordOfABlankScan) {
     const std::string blank = dir.Write(
         "blank.pgm", "P5\n" + std::to_string(width) + " " + std::to_string(height) + "\n255\n" +
                          std::string(static_cast<size_t>(width) * height, static_cast<char>(235)));
-    const ProcessResult run = RunTallyview({"--locate", blank, page.Transcription.string()});
-    EXPECT_EQ(run.Status, 0) << run.Err;
-    std::istringstream out(run.Out);
-    std::string line;
-    int lines = 0;
-    while (std::getline(out, line)) {
-        ++lines;
-        EXPECT_EQ(line.substr(line.find('\t')), "\t-") << line;
-    }
-    EXPECT_EQ(lines, static_cast<int>(page.Places.size()));
+    ExpectNothingPlaced(RunTallyview({"--locate", blank, page.Transcription.string()}), page);
 }
 
 TEST(LocateCommand, AScanThatCannotBeReadIsStatus3) {
@@ -152,17 +156,9 @@ TEST(LocateCommand, WithoutItsScanModuleTheProgramPlacesNothingAndReadsNothing) 
     // The prefix is given the program and its arguments; it drops the program and runs the copy.
     const std::vector<std::string> copy = {
         "sh", "-c", "shift; exec \"" + program.string() + "\" \"$@\"", "tallyview"};
-    const ProcessResult located =
-        RunTallyviewThrough(copy, {"--locate", page.Scan.string(), page.Transcription.string()});
-    EXPECT_EQ(located.Status, 0) << located.Err;
-    std::istringstream out(located.Out);
-    std::string line;
-    int lines = 0;
-    while (std::getline(out, line)) {
-        ++lines;
-        EXPECT_EQ(line.substr(line.find('\t')), "\t-") << line;
-    }
-    EXPECT_EQ(lines, static_cast<int>(page.Places.size()));
+    ExpectNothingPlaced(
+        RunTallyviewThrough(copy, {"--locate", page.Scan.string(), page.Transcription.string()}),
+        page);
     const ProcessResult compared =
         RunTallyviewThrough(copy, {"--compare", page.Scan.string(), page.Transcription.string()});
     EXPECT_EQ(compared.Status, 0) << compared.Err;
